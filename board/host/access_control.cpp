@@ -1,0 +1,73 @@
+// MAC filters and 802.1X.
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <span>
+
+#include "frame/host.h"
+#include "host/radio.h"
+#include "live/journal.h"
+
+using board::state;
+
+namespace {
+
+bool any_uses_8021x(std::span<const wireless_conf> records) {
+    return std::any_of(records.begin(), records.end(), board::uses_8021x);
+}
+
+const board::MacFilter& filter_of(uint32_t wl_index) {
+    static const auto* const none = new board::MacFilter;
+    const auto filter = state().mac_filters.find(wl_index);
+    return filter == state().mac_filters.end() ? *none : filter->second;
+}
+
+}  // namespace
+
+extern "C" {
+
+int macauth_get_policy(uint32_t wl_index) {
+    return filter_of(wl_index).policy;
+}
+
+// The table comes from malloc() with no byte to spare, so that a sanitizer sees a read past it.
+mac_filter_table* macdb_read(uint32_t wl_index, int max) {
+    const auto& entries = filter_of(wl_index).entries;
+    const size_t count = std::min(entries.size(), static_cast<size_t>(std::max(max, 0)));
+    const size_t size = count * sizeof(mac_filter_entry);
+    auto* const table =
+        static_cast<mac_filter_table*>(std::malloc(sizeof(mac_filter_table) + size));
+    if (table == nullptr) return nullptr;
+    table->count = static_cast<int32_t>(count);
+    table->reserved = 0;
+    if (size != 0) std::memcpy(table + 1, entries.data(), size);
+    ++state().open_mac_tables;
+    return table;
+}
+
+void macdb_free(mac_filter_table* table) {
+    if (table == nullptr) return;
+    std::free(table);
+    --state().open_mac_tables;
+}
+
+int wireless_check_8021x_enabled(const wireless_conf* record) {
+    return board::uses_8021x(*record);
+}
+
+int wireless_check_8021x_enabled2(int wl_mode) {
+    const board::Radio* const radio = board::find_radio(wl_mode);
+    if (radio == nullptr) return 0;
+    return any_uses_8021x(std::span(radio->bss).first(static_cast<size_t>(radio->bss_count)));
+}
+
+int wireless_check_8021x_enable_for_band(const char*, const wireless_conf* records, int count) {
+    return any_uses_8021x({records, static_cast<size_t>(count)});
+}
+
+int wireless_set_radius_iptables(const char* ifname, const wireless_conf*, int count) {
+    board::journal({"wireless_set_radius_iptables", ifname, std::to_string(count)});
+    return 0;
+}
+
+}  // extern "C"

@@ -1,0 +1,161 @@
+// The names of the state's fields, in the order in which they are written.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "host/state.h"
+
+namespace board {
+
+struct RecordField {
+    const char* name;
+    size_t offset;
+    size_t width;
+    bool text;
+};
+
+template <class Type>
+constexpr RecordField record_field(const char* name, size_t offset) {
+    return {name, offset, sizeof(Type), std::is_array_v<Type>};
+}
+
+#define FIELD(record, member)                                                  \
+    record_field<std::remove_reference_t<decltype((record::member))>>(#member, \
+                                                                      offsetof(record, member))
+
+#define CONF(member) FIELD(wireless_conf, member)
+inline constexpr RecordField kConfFields[] = {
+    CONF(enabled),
+    CONF(ssid),
+    CONF(wireless_mode),
+    CONF(channel),
+    CONF(ext_channel),
+    CONF(channel_rest[0]),
+    CONF(channel_rest[1]),
+    CONF(channel_rest[2]),
+    CONF(ssid_broadcast),
+    CONF(auth_mode),
+    CONF(encryption),
+    CONF(wep_default_key),
+    CONF(wep_key_format),
+    CONF(wep_key[0]),
+    CONF(wep_key[1]),
+    CONF(wep_key[2]),
+    CONF(wep_key[3]),
+    CONF(wpa_psk),
+    CONF(tx_power),
+    CONF(bg_protection),
+    CONF(tx_preamble),
+    CONF(rts_threshold),
+    CONF(frag_threshold),
+    CONF(tx_burst),
+    CONF(tx_burst_slot_time),
+    CONF(beacon_period),
+    CONF(pkt_aggregate),
+    CONF(short_slot),
+    CONF(apcli_enable),
+    CONF(apcli_ssid),
+    CONF(apcli_bssid),
+    CONF(apcli_auth_mode),
+    CONF(apcli_encryption),
+    CONF(apcli_wep_default_key),
+    CONF(apcli_wep_key_format),
+    CONF(apcli_wep_key[0]),
+    CONF(apcli_wep_key[1]),
+    CONF(apcli_wep_key[2]),
+    CONF(apcli_wep_key[3]),
+    CONF(apcli_wpa_psk),
+    CONF(apcli_wan),
+    CONF(wwan_ifname),
+    CONF(bandwidth),
+    CONF(ht_rdg),
+    CONF(no_forwarding),
+    CONF(wmm_capable),
+    CONF(apsd_capable),
+    CONF(dtim_period),
+    CONF(country_code),
+    CONF(bss_index),
+    CONF(wps_configured),
+    CONF(wps_enable),
+    CONF(wps_configured2),
+    CONF(dfs_enable),
+    CONF(igmp_snoop),
+    CONF(radius_server),
+    CONF(radius_key),
+    CONF(radius_port),
+    CONF(beamforming),
+    CONF(stream_count),
+};
+#undef CONF
+
+#define HW(member) FIELD(hw_info, member)
+inline constexpr RecordField kHardwareFields[] = {
+    HW(switch_chip),      HW(tpc_2g.enable),     HW(tpc_2g.value),     HW(tpc_2g.duty),
+    HW(tpc_5g.enable),    HW(tpc_5g.value),      HW(tpc_5g.duty),      HW(usb_count),
+    HW(run_led_gpio),     HW(reset_button_gpio), HW(wps_button_gpio),  HW(wl_led[0].gpio),
+    HW(wl_led[0].driven), HW(wl_led[1].gpio),    HW(wl_led[1].driven), HW(usb_led_gpio[0]),
+    HW(usb_led_gpio[1]),  HW(lan_port_count),    HW(wan_port_count),   HW(iptv_port),
+};
+#undef HW
+
+#define CHANNEL(member) FIELD(channel_spec, member)
+inline constexpr RecordField kChannelFields[] = {
+    CHANNEL(channel),  CHANNEL(ext_channel),   CHANNEL(frequency_mhz),
+    CHANNEL(reserved), CHANNEL(bandwidth_mhz),
+};
+#undef CHANNEL
+
+inline constexpr RecordField kHelperFields[] = {
+    {"present", SW_INFO_HELPER_PRESENT, sizeof(int32_t),                              false},
+    {"ssid",    SW_INFO_HELPER_SSID,    SW_INFO_HELPER_SECURED - SW_INFO_HELPER_SSID, true },
+    {"secured", SW_INFO_HELPER_SECURED, sizeof(int32_t),                              false},
+    {"key",     SW_INFO_HELPER_KEY,     108,                                          true },
+    {"hidden",  SW_INFO_HELPER_HIDDEN,  sizeof(int32_t),                              false},
+};
+
+template <class Owner, class Value>
+struct Member {
+    const char* name;
+    Value Owner::*place;
+};
+
+inline constexpr Member<State, int> kNumbers[] = {
+    {"max_mac_filter", &State::max_mac_filter},
+    {"default_config", &State::default_config},
+    {"igmp_proxy",     &State::igmp_proxy    },
+    {"easymesh",       &State::easymesh      },
+    {"band_steering",  &State::band_steering },
+    {"iptv_config",    &State::iptv_config   },
+    {"sniff_port",     &State::sniff_port    },
+    {"scan_polls",     &State::scan_polls    },
+};
+
+inline constexpr Member<State, std::string> kTexts[] = {
+    {"my_mac",             &State::my_mac            },
+    {"lan_address",        &State::lan_address       },
+    {"lan_netmask",        &State::lan_netmask       },
+    {"lan_gateway",        &State::lan_gateway       },
+    {"almac",              &State::almac             },
+    {"wsc_device_name",    &State::wsc_device_name   },
+    {"band_steering_ssid", &State::band_steering_ssid},
+};
+
+inline constexpr Member<State, std::vector<int32_t>> kLists[] = {
+    {"wl_modes",         &State::wl_modes        },
+    {"lan_switch_ports", &State::lan_switch_ports},
+    {"wan_switch_ports", &State::wan_switch_ports},
+};
+
+inline constexpr Member<Radio, std::string> kRadioTexts[] = {
+    {"main_ifname",   &Radio::main_ifname  },
+    {"bss_prefix",    &Radio::bss_prefix   },
+    {"client_prefix", &Radio::client_prefix},
+    {"chipset",       &Radio::chipset      },
+};
+
+#undef FIELD
+
+}  // namespace board

@@ -1,0 +1,106 @@
+// Channels, LEDs, band steering and the state of a running radio.
+#include <algorithm>
+
+#include "frame/host.h"
+#include "host/radio.h"
+#include "live/interfaces.h"
+#include "live/journal.h"
+#include "live/radio_driver.h"
+
+using board::find_radio;
+using board::Radio;
+using board::state;
+
+namespace {
+
+// The link of a repeater-client interface, null without one.
+const board::ClientLink* link_of(const char* ifname) {
+    const Radio* const radio = find_radio(ifname);
+    if (radio == nullptr || !board::is_client(*radio, ifname)) return nullptr;
+    return radio->client.ssid.empty() ? nullptr : &radio->client;
+}
+
+}  // namespace
+
+extern "C" {
+
+// Only a radio that is up can scan. The scan goes on when this has returned.
+int wireless_api_get_best_channel2(const char* ifname, const char* country, int bandwidth_mhz,
+                                   int32_t* channel) {
+    board::journal({"best_channel", ifname, country, std::to_string(bandwidth_mhz)});
+    const Radio* const radio = find_radio(ifname);
+    if (radio == nullptr || !board::interface_is_up(ifname)) return -1;
+    board::start_scan(ifname, state().scan_polls);
+    const channel_spec& best = radio->best_channel;
+    const int32_t words[] = {best.channel, best.ext_channel, best.frequency_mhz, best.reserved,
+                             best.bandwidth_mhz};
+    std::copy(std::begin(words), std::end(words), channel);
+    return 0;
+}
+
+int wireless_check_channel_valid(const char* ifname, uint64_t, int, int channel) {
+    const Radio* const radio = find_radio(ifname);
+    if (radio == nullptr) return 0;
+    const auto& valid = radio->valid_channels;
+    return std::find(valid.begin(), valid.end(), channel) != valid.end();
+}
+
+int wireless_set_led(const char* ifname, int led_state) {
+    board::journal({"wireless_set_led", ifname, std::to_string(led_state)});
+    return 0;
+}
+
+int get_band_steering_running(int) {
+    return state().band_steering;
+}
+
+int update_wl_conf_from_band_steering(wireless_conf* record, int) {
+    sf_strncpy(record->ssid, state().band_steering_ssid.c_str(), sizeof record->ssid);
+    return 0;
+}
+
+int check_wireless_ifstatus(int wl_mode) {
+    const Radio* const radio = find_radio(wl_mode);
+    return radio != nullptr && board::interface_is_up(radio->main_ifname);
+}
+
+// A repeater client answers with its upstream network, a BSS with its own.
+int iwconfig_client_get_essid(const char* ifname, char* essid) {
+    constexpr size_t kEssidSize = 33;
+    essid[0] = '\0';
+    const Radio* const radio = find_radio(ifname);
+    if (radio == nullptr) return -1;
+    const auto number = static_cast<size_t>(board::bss_number(*radio, ifname));
+    const bool client = board::is_client(*radio, ifname);
+    sf_strncpy(essid, client ? radio->client.ssid.c_str() : radio->bss[number].ssid, kEssidSize);
+    return 0;
+}
+
+int iwconfig_client_get_ap_mac(const char* ifname, char* mac) {
+    constexpr size_t kMacTextSize = 18;
+    const board::ClientLink* const link = link_of(ifname);
+    if (link == nullptr || link->ap_mac.empty()) return 0;
+    sf_strncpy(mac, link->ap_mac.c_str(), kMacTextSize);
+    return 1;
+}
+
+int iwconfig_client_get_channel(const char* ifname, channel_spec* spec) {
+    const Radio* const radio = find_radio(ifname);
+    if (radio == nullptr) return -1;
+    const wireless_conf& record = radio->bss[0];
+    if (const board::ClientLink* const link = link_of(ifname); link != nullptr)
+        *spec = link->channel;
+    else if (record.channel == 0)
+        *spec = radio->best_channel;
+    else
+        *spec = {record.channel, record.ext_channel, record.channel_rest[0], record.channel_rest[1],
+                 record.channel_rest[2]};
+    return 0;
+}
+
+int iwconfig_client_get_link_speed(const char* ifname) {
+    const board::ClientLink* const link = link_of(ifname);
+    return link == nullptr ? 0 : link->speed_mbps;
+}
+
+}  // extern "C"

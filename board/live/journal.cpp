@@ -1,0 +1,73 @@
+#include "live/journal.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+
+#include "live/tree.h"
+
+namespace board {
+namespace {
+
+bool is_plain(char c) {
+    return c > ' ' && c < 0x7f && c != '"' && c != '\\';
+}
+
+void append_escaped(std::string& text, char c) {
+    if (is_plain(c) || c == ' ') {
+        text += c;
+    } else if (c == '"' || c == '\\') {
+        text += {'\\', c};
+    } else if (c == '\n') {
+        text += "\\n";
+    } else {
+        char code[8];
+        std::snprintf(code, sizeof code, "\\x%02X", static_cast<unsigned char>(c));
+        text += code;
+    }
+}
+
+// One write on a file opened for appending: lines of processes that run at once never mix.
+void append_line(const std::string& line) {
+    const std::string place = in_tree(live_path("journal"));
+    const int fd = ::open(place.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
+    const auto size = static_cast<ssize_t>(line.size());
+    if (fd < 0 || ::write(fd, line.data(), line.size()) != size) std::perror(place.c_str());
+    if (fd >= 0) ::close(fd);
+}
+
+template <class Words>
+void append_words(const Words& words) {
+    std::string line;
+    for (const std::string_view word : words) line += (line.empty() ? "" : " ") + quote(word);
+    append_line(line + '\n');
+}
+
+}  // namespace
+
+std::string quote(std::string_view word) {
+    if (!word.empty() && std::all_of(word.begin(), word.end(), is_plain)) return std::string(word);
+    std::string text = "\"";
+    for (const char c : word) append_escaped(text, c);
+    return text + '"';
+}
+
+void journal(const std::vector<std::string>& words) {
+    append_words(words);
+}
+
+void journal(std::initializer_list<std::string_view> words) {
+    append_words(words);
+}
+
+std::vector<std::string> journal_lines() {
+    return read_lines(live_path("journal"));
+}
+
+void clear_journal() {
+    ::unlink(in_tree(live_path("journal")).c_str());
+}
+
+}  // namespace board

@@ -1,0 +1,17 @@
+// killall, over the daemons that the board knows to be running, one NAME=... a line.
+#include "live/key_file.h"
+#include "live/tree.h"
+#include "tools/tools.h"
+
+namespace board::tools {
+
+int killall(Words words) {
+    const std::string path = live_path("processes");
+    KeyFile running = KeyFile::load_or_empty(path);
+    int status = words.empty() ? 1 : 0;
+    for (const std::string& name : words)
+        if (!running.remove(name)) status = fail(1, name + ": no process found");
+    return running.save(path) ? status : 1;
+}
+
+}  // namespace board::tools

@@ -1,0 +1,78 @@
+// iwpriv and ated: the Wi-Fi driver's settings and calibration data.
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <string_view>
+
+#include "live/flash.h"
+#include "live/interfaces.h"
+#include "live/key_file.h"
+#include "live/radio_driver.h"
+#include "tools/tools.h"
+
+namespace board::tools {
+namespace {
+
+std::optional<size_t> hexadecimal(const std::string& text) {
+    char* end = nullptr;
+    const unsigned long number = std::strtoul(text.c_str(), &end, 16);
+    if (end == text.c_str() || *end != '\0') return std::nullopt;
+    return number;
+}
+
+// A word's low byte comes first in the image.
+bool put_word(std::string& image, size_t base, const KeyValue& word) {
+    const auto offset = hexadecimal(std::string(word.key));
+    const auto value = hexadecimal(std::string(word.value));
+    if (!offset || !value || base + *offset + 2 > image.size()) return false;
+    image[base + *offset] = static_cast<char>(*value & 0xff);
+    image[base + *offset + 1] = static_cast<char>(*value >> 8 & 0xff);
+    return true;
+}
+
+int report_scan(const std::string& ifname) {
+    std::printf("%-8s  get_scan_status:%d\n", ifname.c_str(), poll_scan(ifname) ? 1 : 0);
+    return 0;
+}
+
+// What was set with "iwpriv IF e2p" goes into the radio's part of the calibration partition.
+int sync_eeprom(const std::string& ifname) {
+    const auto partition = find_partition("Factory");
+    const auto base = hexadecimal(radio_index_value(ifname, "EEPROM_offset").value_or(""));
+    if (!partition || !base) return fail(1, "ated: " + ifname + " has no calibration data");
+    std::string image = read_partition(*partition);
+    const KeyFile words = eeprom_words(ifname);
+    for (const std::string& line : words.lines())
+        if (const auto word = split_key_value(line); !word || !put_word(image, *base, *word))
+            return fail(1, "ated: bad calibration word " + line);
+    return write_partition(*partition, image) ? 0 : 1;
+}
+
+}  // namespace
+
+int iwpriv(Words words) {
+    if (words.size() < 2) return fail(255, "Usage: iwpriv <interface> <command> [value]");
+    const std::string& ifname = words[0];
+    const std::string& command = words[1];
+    if (!interface_exists(ifname))
+        return fail(237, ifname + "  no private ioctls: no such interface");
+    if (words.size() == 2 && command == "get_scan_status") return report_scan(ifname);
+
+    const auto pair = words.size() == 3 ? split_key_value(words[2]) : std::nullopt;
+    if (pair && command == "set") {
+        store_driver_setting(ifname, pair->key, pair->value);
+    } else if (pair && command == "e2p") {
+        store_eeprom_word(ifname, pair->key, pair->value);
+    } else {
+        return fail(255, ifname + "  invalid command: " + command);
+    }
+    return 0;
+}
+
+int ated(Words words) {
+    if (words.size() != 2 || !words[0].starts_with("-i") || words[1] != "-csync eeprom all")
+        return fail(1, "Usage: ated -i<interface> -c\"sync eeprom all\"");
+    return sync_eeprom(words[0].substr(2));
+}
+
+}  // namespace board::tools

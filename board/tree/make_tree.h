@@ -1,0 +1,16 @@
+// A fresh file system of the board, made in a directory of this machine.
+#pragma once
+
+#include <filesystem>
+
+namespace board {
+
+// The directory must be missing or empty. Throws std::exception when the tree cannot be made.
+void make_tree(const std::filesystem::path& directory);
+
+// What a start of the board leaves: flash and profiles as they were, everything else afresh.
+void power_on(const std::filesystem::path& directory);
+
+bool is_tree(const std::filesystem::path& directory);
+
+}  // namespace board

@@ -1,0 +1,4 @@
+# Warnings are errors under both compilers.
+add_library(platform_warnings INTERFACE)
+target_compile_options(platform_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wformat=2 -Werror)

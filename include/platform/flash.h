@@ -1,0 +1,101 @@
+/*
+ * Boot environment, MAC addresses, boot flags and the factory test mode.
+ *
+ * Boot variables live in the u-boot environment, which the board's uboot_env tool reads and, with
+ * the mtd tool, writes into the "Config" partition. Every byte of a name and of a value reaches
+ * the tool as it is; a name and value that do not fit a command of 255 characters together leave
+ * the environment as it was. Nothing is locked: callers serialise environment writes. A null
+ * address, text or interface name, where null is not said to mean something, does nothing and
+ * gives the usual result.
+ */
+#pragma once
+
+#include <stdint.h>
+
+#include "platform/export.h"
+
+PLATFORM_BEGIN_DECLS
+
+/*
+ * Reads a boot variable as one line into value[size], which is cleared first: an unset variable
+ * reads as the empty text, a value with line feeds as its first line. 1 when the tool ran, 0
+ * when it did not, when there is no room, and for a name that is empty or too long.
+ */
+PLATFORM_API int get_bootconfig(const char* name, char* value, int size);
+
+/*
+ * Action "set" sets every name=value pair of the argument, pairs separated by "&" (which no value
+ * can hold); pieces without "=" are skipped. Action "default" only prints a notice. Always 0.
+ */
+PLATFORM_API int set_bootconfig(const char* action, const char* argument);
+
+/*
+ * The MAC address of "eth0", "ra0", "rai0" or "eth1": the base address ("ethaddr", or
+ * 00:9F:33:00:11:20 when the tool cannot run) with 3, 2, 7 or 1 added to its last byte, without
+ * carry. Every other name, and null, gives the base address. Always 1.
+ */
+PLATFORM_API int get_hwaddr_flash_raw(const char* ifname, uint8_t mac[6]);
+
+/* The same as upper-case text with colons, in a buffer of at least 18 bytes. Always 1. */
+PLATFORM_API int get_hwaddr_flash(const char* ifname, char* text);
+
+/* Stores a base address as "ethaddr" and in both radios' calibration data. Always 1. */
+PLATFORM_API int set_hwaddr_flash_raw(const uint8_t mac[6]);
+PLATFORM_API int set_hwaddr_flash(const char* text);
+
+/*
+ * Writes an address into EEPROM words 4, 6 and 8 of a radio and commits them. The second form
+ * writes it into the first radio and, with 2 added to the last byte (no carry), into the second.
+ * Always 0.
+ */
+PLATFORM_API int mt762x_set_eeprom_mac(const char* ifname, const uint8_t mac[6]);
+PLATFORM_API int mt762x_update_wl_eeprom(const uint8_t mac[6]);
+
+/*
+ * The diagnostics flag: 0 when the boot variable "diag" is "0", else 1. The first answer since
+ * power-on is kept in /tmp/diag_flag, whose number is given until the next start. When the tool
+ * cannot run the answer is 1 with a message, and nothing is kept.
+ */
+PLATFORM_API int check_diag_flag(void);
+PLATFORM_API int write_diag_flag(void); /* sets "diag" to "1" for the next start; 0 */
+PLATFORM_API int clear_diag_flag(void); /* sets "diag" to "0" for the next start; 0 */
+
+/* Whether the boot variable "ftm" asks for the factory test mode, and the request for it. */
+PLATFORM_API int check_ated_flag(void);
+PLATFORM_API int set_ated_flag(void); /* 0 */
+
+/* Sends SIGTERM to process 1. 0. */
+PLATFORM_API int send_system_reboot_signal(void);
+
+/*
+ * Restores a backup file. 0 when the restore tool succeeded, else -1; also for a null or empty path
+ * and for one of more than 4096 characters.
+ */
+PLATFORM_API int restore_backup_config(const char* path);
+
+/* Not available on this board: -1. */
+PLATFORM_API int soft_reset(void);
+
+/* The WPS PIN is not kept in flash on this board: 0. */
+PLATFORM_API int set_pincode_flash(void);
+PLATFORM_API int get_pincode_flash(void);
+
+/* 1 while the marker /tmp/factory_default_mode exists, else 0. */
+PLATFORM_API int is_factory_test_mode(void);
+
+/*
+ * Turns the boot variable "ftm" = "on" into that marker, which lasts until the next start. 1 when
+ * it was asked for, else 0. Runs before anything that asks is_factory_test_mode().
+ */
+PLATFORM_API int set_ftm_cache(void);
+
+/* Entry points that this board answers at once. */
+PLATFORM_API int get_usb_mode(void); /* 2 */
+PLATFORM_API int set_usb_mode(void); /* 0, and so the next four */
+PLATFORM_API int platform_save(void);
+PLATFORM_API int platform_default(void);
+PLATFORM_API int platform_restore(void);
+PLATFORM_API int platform_reset(void);
+PLATFORM_API int platform_preinit(int value); /* its argument */
+
+PLATFORM_END_DECLS

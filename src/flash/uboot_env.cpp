@@ -1,0 +1,28 @@
+#include "flash/uboot_env.h"
+
+#include <string.h>
+
+#include "frame/host.h"
+#include "support/command.h"
+#include "support/stream.h"
+
+namespace platform {
+
+int get_uboot_env(const char* name, char* destination, int size) {
+    if (destination == nullptr || size < 1) return 0;
+
+    const std::span<char> room(destination, static_cast<size_t>(size));
+    memset(room.data(), 0, room.size());
+    if (text_of(name).empty()) return 0;
+    Pipe tool(open_command_output(Command<256>("/sbin/uboot_env -g %s", name).text()));
+    if (!tool.ok()) return 0;
+    if (tool.read_line(room)) trim_crcf(destination);
+    return 1;
+}
+
+int set_uboot_env(std::string_view name, std::string_view value) {
+    run_shell(Command<256>("/sbin/uboot_env -s %s=%s | /sbin/mtd write - Config", name, value));
+    return 0;
+}
+
+}  // namespace platform

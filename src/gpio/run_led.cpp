@@ -1,0 +1,5 @@
+#include "platform/gpio.h"
+
+int stop_runled() {
+    return 0;
+}

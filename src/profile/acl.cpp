@@ -1,0 +1,89 @@
+#include "profile/acl.h"
+
+#include <stdlib.h>
+
+#include <memory>
+
+#include "frame/radios.h"
+#include "profile/list_value.h"
+#include "profile/sections.h"
+
+namespace platform {
+namespace {
+
+constexpr size_t kFullAcl = 4080;
+
+struct TableRelease {
+    void operator()(mac_filter_table* table) const { macdb_free(table); }
+};
+using FilterTable = std::unique_ptr<mac_filter_table, TableRelease>;
+
+struct HeapRelease {
+    void operator()(char* memory) const { free(memory); }
+};
+
+// The entries follow the table's head.
+std::span<const mac_filter_entry> entries_of(const FilterTable& table) {
+    if (table == nullptr || table->count <= 0) return {};
+    return {reinterpret_cast<const mac_filter_entry*>(table.get() + 1),
+            static_cast<size_t>(table->count)};
+}
+
+void report_no_memory() {
+    syslog_msg(1, "mtk_macauth_profile_update: malloc failed\n");
+}
+
+}  // namespace
+
+int list_filter_addresses(std::span<const mac_filter_entry> entries, Text& list) {
+    int count = 0;
+    for (const mac_filter_entry& entry : entries) {
+        if (entry.inactive != 0) continue;
+        for (size_t i = 0; i < sizeof entry.mac; ++i)
+            list.put_hex(entry.mac[i], 2).put(i + 1 < sizeof entry.mac ? ':' : ';');
+        ++count;
+        if (list.size() > kFullAcl) break;
+    }
+    return count;
+}
+
+int macauth_acl_string(int32_t wl_mode, int32_t bss, char* buffer) {
+    if (buffer == nullptr) {
+        report_no_memory();
+        return 0;
+    }
+    const int max = hwinfo_get_max_macauth();
+    const FilterTable table(macdb_read(wl_index_of(wl_mode, bss), max));
+    Text list({buffer, kAclSize});
+    const int count = list_filter_addresses(entries_of(table), list);
+    if (list.size() > kFullAcl)
+        syslog_msg(1, "Error:MAC Buf Overflow : %d", static_cast<int>(list.size()));
+    return count;
+}
+
+int access_policy(int host_policy) {
+    switch (host_policy) {
+        case 1:
+            return 2;  // deny the listed addresses
+        case 2:
+            return 1;  // allow only the listed addresses
+        default:
+            return 0;
+    }
+}
+
+void set_access_keys(ProfileList& profile, const RadioConf& conf) {
+    for (int bss = 0; bss < conf.count(); ++bss) {
+        const std::unique_ptr<char, HeapRelease> list(static_cast<char*>(malloc(kAclSize)));
+        if (list == nullptr) {
+            report_no_memory();
+            continue;
+        }
+        macauth_acl_string(conf.wl_mode, bss, list.get());
+        profile.set(NumberedKey("AccessControlList", bss), list.get());
+        profile.set(NumberedKey("AccessPolicy", bss),
+                    access_policy(macauth_get_policy(wl_index_of(conf.wl_mode, bss))));
+    }
+}
+
+}  // namespace platform

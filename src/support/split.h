@@ -1,0 +1,30 @@
+// Pieces of a text, taken one after the other without copying.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace platform {
+
+// The pieces between single separators, empty ones included.
+class Split {
+public:
+    constexpr Split(std::string_view text, char separator) : rest_(text), separator_(separator) {}
+
+    constexpr std::optional<std::string_view> next() {
+        if (ended_) return {};
+        const size_t end = rest_.find(separator_);
+        ended_ = end == std::string_view::npos;
+        if (ended_) return rest_;
+        const std::string_view piece(rest_.data(), end);
+        rest_.remove_prefix(end + 1);
+        return piece;
+    }
+
+private:
+    std::string_view rest_;
+    char separator_;
+    bool ended_ = false;
+};
+
+}  // namespace platform

@@ -1,0 +1,55 @@
+#include "wireless/channel.h"
+
+#include <unistd.h>
+
+#include <string_view>
+
+#include "frame/host.h"
+#include "support/command.h"
+#include "support/text.h"
+
+namespace platform {
+namespace {
+
+constexpr const char* kStatusPath = "/var/run/scan_status";
+
+// "0" or "name:0"; nothing also means that no scan runs.
+bool is_scan_end(std::string_view status) {
+    if (status.empty() || status == "0") return true;
+    const size_t colon = status.find(':');
+    if (colon == std::string_view::npos) return false;
+    status.remove_prefix(colon + 1);
+    return status == "0";
+}
+
+// Without a whole command no scan can run, and the file would tell of another radio's.
+bool has_scan_ended(const char* ifname) {
+    const Command<128> command("/sbin/iwpriv %s get_scan_status > /var/run/scan_status", ifname);
+    if (command.text() == nullptr) return true;
+    run_shell(command);
+    char status[64] = {};
+    return get_file_string(kStatusPath, status, sizeof status) == 0 ||
+           is_scan_end(field_text(status));
+}
+
+}  // namespace
+
+int wireless_wait_scan_status(const char* ifname, int tries) {
+    for (int i = 0; i < tries; ++i) {
+        if (has_scan_ended(ifname)) return 0;
+        sleep(1);
+    }
+    return 1;
+}
+
+int mtk_auto_channel_select(const char* ifname, wireless_conf& radio) {
+    const bool was_up = get_ifstatus(ifname) != 0;
+    if (!was_up) ifup(ifname);
+    const TextCopy<sizeof radio.country_code + 1> country(field_text(radio.country_code));
+    wireless_api_get_best_channel2(ifname, country.c_str(), radio.bandwidth, &radio.channel);
+    wireless_wait_scan_status(ifname, 10);
+    if (!was_up) ifdown(ifname);
+    return 1;
+}
+
+}  // namespace platform

@@ -1,0 +1,47 @@
+#include "platform/frame.h"
+
+#include <algorithm>
+
+#include "support/board.h"
+
+namespace {
+
+using harness::Lines;
+
+class PlatformDriver : public harness::Board {};
+
+TEST_F(PlatformDriver, HasOnlyTheFourthSlotSet) {
+    const platform_driver* const driver = platform_get_drv();
+    const auto is_null = [](platform_slot slot) { return slot == nullptr; };
+    EXPECT_TRUE(std::ranges::all_of(driver->reserved0, is_null));
+    EXPECT_NE(nullptr, driver->refresh_non_ipv4_input_rule);
+    EXPECT_TRUE(std::ranges::all_of(driver->reserved1, is_null));
+}
+
+TEST_F(PlatformDriver, IsTheExportedObjectAtEveryCall) {
+    EXPECT_EQ(&platform_drv, platform_get_drv());
+    EXPECT_EQ(&platform_drv, platform_get_drv());
+}
+
+TEST_F(PlatformDriver, DeletesTheRuleBeforeItInsertsIt) {
+    const Lines once = {"$ ebtables -D INPUT -p ! IPv4 -j ACCEPT",
+                        "$ ebtables -I INPUT -p ! IPv4 -j ACCEPT"};
+    EXPECT_EQ(0, platform_get_drv()->refresh_non_ipv4_input_rule());
+    EXPECT_EQ(once, journal());
+    platform_get_drv()->refresh_non_ipv4_input_rule();
+    EXPECT_EQ((Lines{once[0], once[1], once[0], once[1]}), journal());
+}
+
+TEST_F(PlatformDriver, ReportsTheStatusOfTheInsertAlone) {
+    answer("ebtables -D INPUT -p ! IPv4 -j ACCEPT", 0xFF00);
+    EXPECT_EQ(0, platform_get_drv()->refresh_non_ipv4_input_rule());
+    answer("ebtables -I INPUT -p ! IPv4 -j ACCEPT", 0x0100);
+    EXPECT_EQ(0x0100, platform_get_drv()->refresh_non_ipv4_input_rule());
+}
+
+TEST_F(PlatformDriver, ReportsAShellThatCannotStart) {
+    fail_nth("system", 2);
+    EXPECT_EQ(-1, platform_get_drv()->refresh_non_ipv4_input_rule());
+}
+
+}  // namespace

@@ -1,0 +1,125 @@
+// The board that a test runs the library on: a host in its factory state, a file tree in a
+// directory of its own, a shell that writes down instead of running, sleeps that take no time.
+//
+//   class BootFlags : public harness::Board {};
+//
+//   TEST_F(BootFlags, AsksTheTool) {
+//       answer("/sbin/uboot_env -g ftm", "on\n");
+//       EXPECT_EQ(1, check_ated_flag());
+//       EXPECT_EQ(Lines{"$< /sbin/uboot_env -g ftm"}, journal());
+//   }
+//
+// The journal holds every effect in order. Commands stand in it as their exact text after a mark
+// that names the runner: "$ " system, "$2 " system2, "$3 " system3, "$< " popen. Sleeps and signals
+// are "sleep 1" and "kill 1 15"; all other lines are the host's ("ifup ra0", "syslog 1 \"...\"").
+//
+// After each test the fixture checks that every descriptor, pipe, profile, MAC table and lock was
+// given back, that every stream was opened close-on-exec, that each failure asked for took place,
+// and that out() and err() have taken whatever the library printed.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "host/state.h"
+#include "support/case_name.h"
+#include "support/library_hook.h"
+
+namespace harness {
+
+using Lines = std::vector<std::string>;
+
+// What a command answers: the runner's result (system: a wait status, system2: an exit status) and
+// what popen's caller reads.
+struct Answer {
+    Answer(int with_status = 0) : status(with_status) {}
+    Answer(const char* with_output) : status(0), output(with_output) {}
+    Answer(std::string with_output) : status(0), output(std::move(with_output)) {}
+
+    int status;
+    std::string output;
+};
+
+// Collects what is written to a stream of ours.
+class Output {
+public:
+    Output() : stream_(open_memstream(&text_, &size_)) {}
+    Output(const Output&) = delete;
+    Output& operator=(const Output&) = delete;
+    ~Output();
+
+    std::string take();  // what came since the last time
+    FILE** stream() { return &stream_; }
+
+private:
+    char* text_ = nullptr;
+    size_t size_ = 0;
+    FILE* stream_;
+};
+
+class Board : public testing::Test {
+protected:
+    Board();
+    ~Board() override;
+    void TearDown() override;
+
+    static board::State& host() { return board::state(); }
+
+    // The journal from the start or from the last clear_journal(); commands() is its "$" lines.
+    Lines journal() const;
+    Lines commands() const;
+    void clear_journal();
+
+    // Answers one exact command text; on_command answers those without, else 0 and no output.
+    void answer(std::string command, Answer with) {
+        answers_[std::move(command)] = std::move(with);
+    }
+    std::function<Answer(const std::string& command)> on_command;
+
+    // Makes the library's nth call from now fail: of system, popen, fopen, open, mkdir, malloc,
+    // calloc or realloc, with EIO or ENOMEM.
+    void fail_nth(const std::string& function, int n) { failures_[function] = n; }
+    void fail_next(const std::string& function) { fail_nth(function, 1); }
+
+    // Files of the board's tree, by board path. A missing file reads as "(none)".
+    void write(std::string_view path, std::string_view text);
+    std::string read(std::string_view path) const;
+    bool exists(std::string_view path) const;
+    void remove(std::string_view path);
+    void write_l1profile(std::string_view text);  // the default is kL1Profile
+
+    std::string out() { return out_.take(); }
+    std::string err() { return err_.take(); }
+
+private:
+    friend struct Hooks;
+
+    Answer run(std::string_view mark, const std::string& command);
+    bool fails(const std::string& function);
+
+    std::map<std::string, Answer> answers_;
+    std::map<std::string, int> failures_;  // calls left up to the failing one
+    std::vector<std::string> command_texts_;
+    std::set<FILE*> pipes_;
+    Output out_;
+    Output err_;
+    size_t descriptors_ = 0;
+    std::vector<std::unique_ptr<LibraryHook>> hooks_;
+};
+
+// ra0... and apcli0 for radio 0, rai0... and apclii0 for radio 1, as in the host's factory state.
+extern const char* const kL1Profile;
+inline constexpr const char* kL1ProfilePath = "/etc/wireless/l1profile.dat";
+inline constexpr const char* kProfilePath[] = {"/etc/wireless/radio0.dat",
+                                               "/etc/wireless/radio1.dat"};
+
+}  // namespace harness

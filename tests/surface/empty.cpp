@@ -1,0 +1,1 @@
+// A library of nothing: what the tool chain itself puts into one.

@@ -1,0 +1,152 @@
+// The start of the board and the apply of a radio, as whole journals.
+#include <cstring>
+
+#include "frame/host.h"
+#include "live/interfaces.h"
+#include "platform/wlmap.h"
+#include "profile/sample_radios.h"
+#include "support/library_hook.h"
+
+namespace {
+
+using harness::Lines;
+
+constexpr const char* kSnooping = "/sys/devices/virtual/net/br0/bridge/multicast_snooping";
+
+class Start : public harness::SampleRadios {
+protected:
+    Start() {
+        host() = board::factory_state();
+        write(kSnooping, "1\n");
+    }
+    void expect_start(const std::string& printed) {
+        EXPECT_EQ(0, platform_init_wireless());
+        EXPECT_EQ(golden("start.journal"), journal_text());
+        EXPECT_EQ(golden("start.err"), err());
+        EXPECT_EQ(printed, out());
+    }
+};
+
+TEST_F(Start, OfTheFactoryDefault) {
+    expect_start("Bridge Init\n");
+}
+
+TEST_F(Start, ReportsAMissingInterfaceAndGoesOn) {
+    remove("/sys/class/net/rai0");
+    expect_start(
+        "Bridge Init\n"
+        "*******************************************************************\n"
+        "*** ERROR Wireless Interface (rai0) is not FOUND  *********************\n"
+        "*******************************************************************\n");
+}
+
+TEST_F(Start, WithoutRadiosAndSnoopingMakesTheBridgeAlone) {
+    remove(kSnooping);
+    host().wl_modes = {};
+    host().hw.tpc_2g.enable = host().hw.tpc_5g.enable = 0;
+    host().almac = "00:9F'; reboot; $(reboot)";
+    EXPECT_EQ(0, platform_init_wireless());
+    EXPECT_EQ("Bridge Init\n", out());
+    EXPECT_EQ((Lines{"$ /sbin/brctl addbr br0", "$ /sbin/brctl stp br0 off",
+                     "$ /sbin/brctl setfd br0 0", "$ /sbin/brctl addif br0 eth0",
+                     R"($2 ifconfig br0 hw ether '00:9F'\''; reboot; $(reboot)')", "ifup br0"}),
+              journal());
+}
+
+TEST_F(Start, HelpsOnTheFirstRadioOfTheFactoryDefaultOnly) {
+    const struct {
+        int32_t wl_mode;
+        int default_config;
+        bool factory_test;
+        const char* line;
+    } kRows[] = {
+        {0, 1, false, "SSID3=setup-helper"},
+        {1, 1, false, "SSID3"             },
+        {0, 0, false, "SSID3"             },
+        {0, 1, true,  "SSID3"             },
+    };
+    for (const auto& row : kRows) {
+        ship_profiles();
+        host().default_config = row.default_config;
+        if (row.factory_test) write("/tmp/factory_default_mode", "on");
+        init_mtk_wlif(row.wl_mode);
+        expect_keys(row.wl_mode, {row.line});
+    }
+    err();
+}
+
+class Apply : public harness::SampleRadios {};
+
+// Of three BSSs the second is off. The host writes the channel into a record of the library's.
+TEST_F(Apply, OfARecordWithAnAutomaticChannel) {
+    radio(0).bss_count = 3;
+    record(0, 1).enabled = 0;
+    wireless_conf conf = record(0);
+    record(0).enabled = 0;  // the stored record does not count
+    conf.channel = 0;
+    conf.bandwidth = 40;
+    harness::put_text(conf.country_code, "JP");
+    radio(0).best_channel = {11, 7, 2462, 0, 40};
+    board::set_interface_up("ra0", true);
+    const wireless_conf given = conf;
+    const auto stored = radio(0).bss;
+    EXPECT_EQ(0, platform_set_wireless(&conf, "ra0"));
+    EXPECT_EQ(golden("apply_record.journal"), journal_text());
+    EXPECT_EQ("WL_MODE: 0 Profile Name : /etc/wireless/radio0.dat\nTx Power for Channel 11 -> 60\n",
+              err());
+    expect_keys(0, {"Channel=11", "HT_EXTCHA=0;0;0;0", "AutoChannelSelect=0", "CountryRegion=5"});
+    EXPECT_EQ(0, memcmp(&given, &conf, sizeof conf));
+    EXPECT_EQ(0, memcmp(&stored, &radio(0).bss, sizeof stored));
+}
+
+// Named by a text of the library's own, which the next lookup changes.
+TEST_F(Apply, OfTheStoredRecords) {
+    radio(1).bss_count = 2;
+    EXPECT_EQ(0, platform_set_wireless(nullptr, get_wl_ifname(0x10000)));
+    EXPECT_EQ("WL_MODE: 1 Profile Name : /etc/wireless/radio1.dat\nTx Power for Channel 40 -> 60\n",
+              err());
+    EXPECT_EQ(golden("apply_stored.journal"), journal_text());
+}
+
+TEST_F(Apply, WithoutAnInterfaceDoesNothing) {
+    EXPECT_EQ(0, platform_set_wireless(&record(0), nullptr));
+    EXPECT_EQ(Lines{}, journal());
+}
+
+TEST_F(Apply, OfHostileNamesRunsNothingElse) {
+    write_l1profile("INDEX0_main_ifname=ra0\nINDEX0_ext_ifname=`id` \nINDEX0_apcli_ifname=a&b\n");
+    platform_set_wireless(&record(0), "ra0;reboot");
+    const auto delif = [](const std::string& name) { return "$2 /sbin/brctl delif br0 " + name; };
+    EXPECT_EQ((Lines{delif("'`id` 0'"), delif("'`id` 1'"), delif("'`id` 2'"), delif("'`id` 3'"),
+                     delif("'a&b0'"), "$2 /sbin/iwpriv 'ra0;reboot' set EntryLifeCheck=64",
+                     "$2 /sbin/iptables -t nat -D POSTROUTING -o  -j MASQUERADE"}),
+              commands());
+    err();
+}
+
+// The host says how many BSSs there are, and has filled none: each goes down once more.
+TEST_F(Apply, WorksOnFourBssAtMost) {
+    static int said;
+    const auto count = +[](const char*, wireless_conf*, int max) { return max == 4 ? said : 1; };
+    const harness::LibraryHook hook("read_all_mbss_conf", count);
+    const std::string four = "HideSSID=1;1;1;1;";
+    for (const auto& [number, bss, line] : {
+             std::tuple(0, 0u, std::string("HideSSID=")),
+             {1,         1u, "HideSSID=1"},
+             {4,         4u, four        },
+             {5,         4u, four        },
+             {INT32_MAX, 4u, four        },
+             {-1,        0u, "HideSSID=" }
+    }) {
+        said = number;
+        clear_journal();
+        wireless_conf off{};
+        off.channel = 1;
+        EXPECT_EQ(0, platform_set_wireless(&off, "ra0"));
+        expect_keys(0, {line});
+        EXPECT_EQ(5 + bss + 1, commands().size()) << number;
+    }
+    err();
+}
+
+}  // namespace
