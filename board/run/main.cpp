@@ -1,5 +1,6 @@
 // board-run: starts the library on a virtual board and shows what happens.
 #include <dlfcn.h>
+#include <signal.h>
 #include <stdlib.h>
 
 #include <algorithm>
@@ -113,7 +114,13 @@ void configure(const std::string& path) {
         throw std::runtime_error("this configuration does not fit the board");
 }
 
+// Ctrl-C and a closed pipe end the work on the board; this process stays to clean up.
+void handle_interruptions(void (*handler)(int)) {
+    for (const int signal : {SIGINT, SIGPIPE}) ::signal(signal, handler);
+}
+
 int run(const Options& options) {
+    handle_interruptions(SIG_IGN);
     const Board board(options.board);
     const fs::path& directory = board.directory();
     configure(options.config.empty() ? directory / "etc/board.conf" : fs::path(options.config));
@@ -121,7 +128,10 @@ int run(const Options& options) {
     std::printf("Board in %s\n", directory.c_str());
 
     Capture capture;
-    const int status = enter(directory, [&] { return run_session(platform, capture); });
+    const int status = enter(directory, [&] {
+        handle_interruptions(SIG_DFL);
+        return run_session(platform, capture);
+    });
     // What a step printed that never came to its end, such as a sanitizer's report.
     std::fputs(capture.take().c_str(), stderr);
     if (status > 128) std::fprintf(stderr, "board-run: ended by signal %d\n", status - 128);

@@ -10,17 +10,14 @@ using harness::Lines;
 
 class PlatformDriver : public harness::Board {};
 
-TEST_F(PlatformDriver, HasOnlyTheFourthSlotSet) {
+TEST_F(PlatformDriver, IsTheExportedObjectWithItsFourthSlotSet) {
     const platform_driver* const driver = platform_get_drv();
     const auto is_null = [](platform_slot slot) { return slot == nullptr; };
     EXPECT_TRUE(std::ranges::all_of(driver->reserved0, is_null));
     EXPECT_NE(nullptr, driver->refresh_non_ipv4_input_rule);
     EXPECT_TRUE(std::ranges::all_of(driver->reserved1, is_null));
-}
-
-TEST_F(PlatformDriver, IsTheExportedObjectAtEveryCall) {
-    EXPECT_EQ(&platform_drv, platform_get_drv());
-    EXPECT_EQ(&platform_drv, platform_get_drv());
+    EXPECT_EQ(&platform_drv, driver);
+    EXPECT_EQ(driver, platform_get_drv());
 }
 
 TEST_F(PlatformDriver, DeletesTheRuleBeforeItInsertsIt) {
@@ -37,9 +34,6 @@ TEST_F(PlatformDriver, ReportsTheStatusOfTheInsertAlone) {
     EXPECT_EQ(0, platform_get_drv()->refresh_non_ipv4_input_rule());
     answer("ebtables -I INPUT -p ! IPv4 -j ACCEPT", 0x0100);
     EXPECT_EQ(0x0100, platform_get_drv()->refresh_non_ipv4_input_rule());
-}
-
-TEST_F(PlatformDriver, ReportsAShellThatCannotStart) {
     fail_nth("system", 2);
     EXPECT_EQ(-1, platform_get_drv()->refresh_non_ipv4_input_rule());
 }

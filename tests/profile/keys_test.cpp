@@ -132,12 +132,8 @@ TEST_F(ProfileKeys, OfARadioWithoutAPathGoNowhere) {
 }
 
 TEST_F(ProfileKeys, PowerIsScaledByTheLimit) {
-    const struct {
-        int32_t wanted;
-        int limit;
-        bool factory_test;
-        std::string set;
-    } kRows[] = {
+    // Wanted, limit, factory test mode, set.
+    const std::tuple<int32_t, int, bool, std::string> kRows[] = {
         {100, 80,  false, "80"      },
         {100, -1,  false, "100"     },
         {50,  -1,  false, "50"      },
@@ -149,13 +145,13 @@ TEST_F(ProfileKeys, PowerIsScaledByTheLimit) {
         {70,  80,  true,  "70"      },
     };
     board::Regulation& rule = host().regulations.emplace_back();
-    for (const auto& row : kRows) {
-        rule.power_percent = row.limit;
-        if (row.factory_test) write("/tmp/factory_default_mode", "on");
-        record(0).tx_power = row.wanted;
-        EXPECT_EQ(harness::kWritten + row.set + "\n", apply(0));
-        expect_keys(0, {"TxPower=" + row.set,
-                        row.set == "100" ? "PERCENTAGEenable=0" : "PERCENTAGEenable=1"});
+    for (const auto& [wanted, limit, factory_test, set] : kRows) {
+        rule.power_percent = limit;
+        if (factory_test) write("/tmp/factory_default_mode", "on");
+        record(0).tx_power = wanted;
+        EXPECT_EQ(harness::kWritten + set + "\n", apply(0));
+        const char* const percentage = set == "100" ? "PERCENTAGEenable=0" : "PERCENTAGEenable=1";
+        expect_keys(0, {"TxPower=" + set, percentage});
     }
 }
 

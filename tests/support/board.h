@@ -10,7 +10,7 @@
 //   }
 //
 // The journal holds every effect in order. Commands stand in it as their exact text after a mark
-// that names the runner: "$ " system, "$2 " system2, "$3 " system3, "$< " popen. Sleeps and signals
+// that names the runner: "$ " system, "$2 " system2, "$< " popen. Sleeps and signals
 // are "sleep 1" and "kill 1 15"; all other lines are the host's ("ifup ra0", "syslog 1 \"...\"").
 //
 // After each test the fixture checks that every descriptor, pipe, profile, MAC table and lock was
@@ -38,6 +38,13 @@ namespace harness {
 
 using Lines = std::vector<std::string>;
 
+// The index file that a test starts with, by the host's factory state: ra0 to ra3 and apcli0 on
+// radio 0, rai0 to rai3 and apclii0 on radio 1.
+extern const char* const kL1Profile;
+inline constexpr const char* kL1ProfilePath = "/etc/wireless/l1profile.dat";
+inline constexpr const char* kProfilePath[] = {"/etc/wireless/radio0.dat",
+                                               "/etc/wireless/radio1.dat"};
+
 // What a command answers: the runner's result (system: a wait status, system2: an exit status) and
 // what popen's caller reads.
 struct Answer {
@@ -57,7 +64,7 @@ public:
     Output& operator=(const Output&) = delete;
     ~Output();
 
-    std::string take();  // what came since the last time
+    std::string take();
     FILE** stream() { return &stream_; }
 
 private:
@@ -85,18 +92,16 @@ protected:
     }
     std::function<Answer(const std::string& command)> on_command;
 
-    // Makes the library's nth call from now fail: of system, popen, fopen, open, mkdir, malloc,
-    // calloc or realloc, with EIO or ENOMEM.
+    // Makes the library's nth call from now fail: of system, popen, fopen or malloc.
     void fail_nth(const std::string& function, int n) { failures_[function] = n; }
-    void fail_next(const std::string& function) { fail_nth(function, 1); }
 
     // Files of the board's tree, by board path. A missing file reads as "(none)".
     void write(std::string_view path, std::string_view text);
     std::string read(std::string_view path) const;
-    bool exists(std::string_view path) const;
     void remove(std::string_view path);
-    void write_l1profile(std::string_view text);  // the default is kL1Profile
+    void write_l1profile(std::string_view text) { write(kL1ProfilePath, text); }
 
+    // What the library printed since the last time.
     std::string out() { return out_.take(); }
     std::string err() { return err_.take(); }
 
@@ -115,11 +120,5 @@ private:
     size_t descriptors_ = 0;
     std::vector<std::unique_ptr<LibraryHook>> hooks_;
 };
-
-// ra0... and apcli0 for radio 0, rai0... and apclii0 for radio 1, as in the host's factory state.
-extern const char* const kL1Profile;
-inline constexpr const char* kL1ProfilePath = "/etc/wireless/l1profile.dat";
-inline constexpr const char* kProfilePath[] = {"/etc/wireless/radio0.dat",
-                                               "/etc/wireless/radio1.dat"};
 
 }  // namespace harness

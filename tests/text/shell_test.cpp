@@ -1,5 +1,4 @@
 // Escaped commands in the hands of a real shell: the tool must get exactly the bytes of the texts.
-#include <fcntl.h>
 #include <spawn.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
@@ -19,47 +18,38 @@ using platform::CommandArgument;
 
 constexpr std::string_view kTool = PRINT_ARGUMENTS;
 
-// The arguments that the tool got, in the order of its output.
-Lines arguments_in(const std::string& output) {
-    Lines arguments;
-    for (size_t start = 0, end; (end = output.find('\0', start)) != std::string::npos;
-         start = end + 1)
-        arguments.push_back(output.substr(start, end - start));
-    return arguments;
-}
-
 class RealShell : public harness::Board, public testing::WithParamInterface<const char*> {
 protected:
-    // Runs the command as system() would, with nothing in reach: an empty directory, no PATH.
-    Lines run(const std::string& command) {
-        const int output = memfd_create("output", 0);
+    // The arguments that the tool gets. The shell has nothing else in reach: an empty directory
+    // and no PATH.
+    static Lines run(std::string command) {
+        const int output = memfd_create("output", MFD_CLOEXEC);
         posix_spawn_file_actions_t actions;
         posix_spawn_file_actions_init(&actions);
         posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
         posix_spawn_file_actions_addchdir_np(&actions, (board::root() + "/tmp").c_str());
-        std::vector<std::string> words = {GetParam(), "-c", command};
-        if (std::string_view(GetParam()).ends_with("busybox"))
-            words.insert(words.begin() + 1, "sh");
-        std::vector<char*> arguments;
-        for (std::string& word : words) arguments.push_back(word.data());
-        arguments.push_back(nullptr);
-        char path[] = "PATH=/nonexistent";
-        char* environment[] = {path, nullptr};
+        std::string words[] = {GetParam(), "-c", std::move(command), "PATH=/nonexistent"};
+        char* arguments[] = {words[0].data(), words[1].data(), words[2].data(), nullptr};
+        char* environment[] = {words[3].data(), nullptr};
         pid_t shell = -1;
         int status = -1;
-        EXPECT_EQ(
-            0, posix_spawn(&shell, GetParam(), &actions, nullptr, arguments.data(), environment));
+        EXPECT_EQ(0, posix_spawn(&shell, GetParam(), &actions, nullptr, arguments, environment));
         EXPECT_EQ(shell, waitpid(shell, &status, 0));
         EXPECT_EQ(0, status);
         posix_spawn_file_actions_destroy(&actions);
-        std::string text(static_cast<size_t>(lseek(output, 0, SEEK_END)), '\0');
-        EXPECT_EQ(static_cast<ssize_t>(text.size()), pread(output, text.data(), text.size(), 0));
-        close(output);
-        return arguments_in(text);
+        FILE* const stream = fdopen(output, "r");
+        rewind(stream);
+        char* argument = nullptr;
+        size_t size = 0;
+        Lines list;
+        while (getdelim(&argument, &size, '\0', stream) > 0) list.emplace_back(argument);
+        free(argument);
+        fclose(stream);
+        return list;
     }
 
     // Hands every text to the tool in each place where a command can hold one.
-    void expect_exact_arguments(const Lines& texts) {
+    static void expect_exact_arguments(const Lines& texts) {
         std::string format(kTool);
         std::vector<CommandArgument> arguments;
         Lines expected;
@@ -75,7 +65,7 @@ protected:
     }
 };
 
-// Texts of 1 to longest bytes, without those that a place cannot hold.
+// Texts of 1 to longest bytes, without those that the place cannot hold.
 Lines random_texts(size_t count, size_t longest, std::string_view without = "") {
     std::mt19937 random(7622);
     Lines texts(count);
@@ -95,35 +85,31 @@ TEST_P(RealShell, LeavesEverySingleByteAsItIs) {
 
 TEST_P(RealShell, LeavesMixturesAsTheyAre) {
     expect_exact_arguments(random_texts(200, 40));
-}
-
-TEST_P(RealShell, LeavesTextsMadeToBreakOutAsTheyAre) {
-    expect_exact_arguments({"a'b",    "''",   "'",         "\\'",        "\\",    "a\\",
-                            "\"",     "\\\"", "$(echo x)", "`echo x`",   "$HOME", "${HOME}",
-                            "a\nb",   "\n",   "; echo x",  "& echo x &", "| cat", "> file",
-                            "*",      "~",    "~root",     "#x",         "!x",    "{a,b}",
-                            "$'\\n'", "(x)",  " ",         "-"});
+    expect_exact_arguments({"a'b", "''", "\\'", "a\\", "\\\"", "$(echo x)", "`echo x`", "${HOME}",
+                            "a\nb", "; echo x", "& echo x &", "> file", "~root", "$'\\n'",
+                            "{a,b}"});
 }
 
 // A boot variable's command as the library forms it, with both tools stood in for.
 TEST_P(RealShell, SetsBootVariablesOfAnyBytes) {
     const Lines names = random_texts(40, 20, "&=");
     const Lines values = random_texts(40, 60, "&");
+    const std::string_view setter = "$ /sbin/uboot_env";
+    const std::string_view sink = "/sbin/mtd write - Config";
     for (size_t i = 0; i < names.size(); ++i) {
         clear_journal();
         set_bootconfig("set", (names[i] + "=" + values[i]).c_str());
-        std::string command = journal().at(0).substr(2);
-        command.replace(0, std::string_view("/sbin/uboot_env").size(), kTool);
-        const std::string_view sink = "/sbin/mtd write - Config";
-        ASSERT_TRUE(command.ends_with(sink));
+        std::string command = journal().at(0);
+        ASSERT_TRUE(command.starts_with(setter) && command.ends_with(sink));
         command.replace(command.size() - sink.size(), sink.size(), "/bin/cat");
+        command.replace(0, setter.size(), kTool);
         EXPECT_EQ((Lines{"-s", names[i] + "=" + values[i]}), run(command));
     }
 }
 
 std::vector<const char*> installed_shells() {
     std::vector<const char*> shells = {"/bin/sh"};
-    for (const char* shell : {"/bin/bash", "/bin/busybox", "/bin/mksh", "/bin/zsh"})
+    for (const char* shell : {"/bin/bash", "/bin/mksh", "/bin/zsh"})
         if (access(shell, X_OK) == 0) shells.push_back(shell);
     return shells;
 }

@@ -54,23 +54,19 @@ TEST_F(Start, WithoutRadiosAndSnoopingMakesTheBridgeAlone) {
 }
 
 TEST_F(Start, HelpsOnTheFirstRadioOfTheFactoryDefaultOnly) {
-    const struct {
-        int32_t wl_mode;
-        int default_config;
-        bool factory_test;
-        const char* line;
-    } kRows[] = {
+    // Radio, default configuration, factory test mode, key.
+    const std::tuple<int32_t, int, bool, const char*> kRows[] = {
         {0, 1, false, "SSID3=setup-helper"},
         {1, 1, false, "SSID3"             },
         {0, 0, false, "SSID3"             },
         {0, 1, true,  "SSID3"             },
     };
-    for (const auto& row : kRows) {
+    for (const auto& [wl_mode, default_config, factory_test, key] : kRows) {
         ship_profiles();
-        host().default_config = row.default_config;
-        if (row.factory_test) write("/tmp/factory_default_mode", "on");
-        init_mtk_wlif(row.wl_mode);
-        expect_keys(row.wl_mode, {row.line});
+        host().default_config = default_config;
+        if (factory_test) write("/tmp/factory_default_mode", "on");
+        EXPECT_EQ(0, init_mtk_wlif(wl_mode));
+        expect_keys(wl_mode, {key});
     }
     err();
 }

@@ -7,7 +7,10 @@ namespace {
 
 using harness::Lines;
 
-class InterfaceNames : public harness::Board {};
+class InterfaceNames : public harness::Board {
+protected:
+    ~InterfaceNames() override { EXPECT_EQ(Lines{}, journal()); }
+};
 
 TEST_F(InterfaceNames, OfEveryWlMode) {
     const struct {
@@ -36,16 +39,14 @@ TEST_F(InterfaceNames, OfBandSteeringNeedNoFile) {
     EXPECT_STREQ("band", get_wl_ifname_by_wlmode(999));
     EXPECT_EQ(999, get_wl_mode_by_ifname2("band"));
     EXPECT_EQ(0, get_wl_mode_by_ifname2(nullptr));
-    EXPECT_EQ(Lines{}, journal());
 }
 
-TEST_F(InterfaceNames, OfAnUnknownKeyAreEmptyWithoutAMessage) {
+TEST_F(InterfaceNames, OfUnknownKeysAreEmptyWithoutAMessage) {
     write_l1profile("INDEX0_other=1\n");
     EXPECT_STREQ("", get_wl_ifname_by_wlmode(0));
     EXPECT_STREQ("0", get_wl_bridge_ifname_by_wlmode(0));
     EXPECT_STREQ("", get_racfg_filename(0));
     EXPECT_STREQ("3", get_wl_ifname(3));
-    EXPECT_EQ(Lines{}, journal());
 }
 
 TEST_F(InterfaceNames, StayUntilTheNextLookupOfTheirKind) {
@@ -53,126 +54,100 @@ TEST_F(InterfaceNames, StayUntilTheNextLookupOfTheirKind) {
     const char* const client_ifname = get_wl_bridge_ifname_by_wlmode(1);
     const char* const path = get_racfg_filename(1);
     const char* const bss_ifname = get_wl_ifname(0x10002);
-    char buffer[32];
-    wireless_api_get_ifname(1, buffer);
     get_wl_idx_by_ifname("rai1");
     EXPECT_EQ((Lines{"ra0", "apclii0", "/etc/wireless/radio1.dat", "rai2"}),
               (Lines{main_ifname, client_ifname, path, bss_ifname}));
-    EXPECT_EQ(main_ifname, get_wl_ifname_by_wlmode(1));
-    EXPECT_STREQ("rai0", main_ifname);
 }
 
-TEST_F(InterfaceNames, AreZeroBeyondTheirEnd) {
-    write_l1profile("INDEX0_main_ifname=" + std::string(127, 'm') + "\nINDEX1_main_ifname=r\n");
-    get_wl_ifname_by_wlmode(0);
-    const std::string_view room(get_wl_ifname_by_wlmode(1), 128);
-    EXPECT_EQ("r" + std::string(127, '\0'), room);
-}
-
-TEST_F(InterfaceNames, TheClientPrefixIsCutSoThatItsNumberFits) {
-    write_l1profile("INDEX0_apcli_ifname=" + std::string(127, 'c') + "\n");
+TEST_F(InterfaceNames, AreZeroBeyondTheirEndAndCutSoThatANumberFits) {
+    const std::string long_text(127, 'c');
+    write_l1profile("INDEX0_main_ifname=" + long_text + "\nINDEX0_apcli_ifname=" + long_text +
+                    "\nINDEX1_main_ifname=r\n");
+    EXPECT_EQ(long_text, get_wl_ifname_by_wlmode(0));
+    EXPECT_EQ("r" + std::string(127, '\0'), std::string_view(get_wl_ifname_by_wlmode(1), 128));
     EXPECT_EQ(std::string(126, 'c') + "0", get_wl_bridge_ifname_by_wlmode(0));
 }
 
-struct BssName {
-    const char* name;
-    uint32_t wl_index;
-    const char* ifname;
-};
-void PrintTo(const BssName& row, std::ostream* os) {
-    *os << row.wl_index;
+TEST_F(InterfaceNames, OfABssArePrefixAndNumber) {
+    const std::pair<uint32_t, const char*> kRows[] = {
+        {0,          "ra0"     },
+        {3,          "ra3"     },
+        {65538,      "rai2"    },
+        {0x1FFFF,    "rai65535"},
+        {0x20001,    "ra1"     },
+        {999 << 16,  "ra0"     },
+        {0xFFFFFFFF, "ra65535" },
+    };
+    for (const auto& [wl_index, name] : kRows) {
+        char ifname[33];
+        memset(ifname, 'x', sizeof ifname);
+        EXPECT_EQ(1, wireless_api_get_ifname(wl_index, ifname));
+        EXPECT_STREQ(name, ifname);
+        EXPECT_EQ('x', ifname[strlen(ifname) + 1]);
+        EXPECT_STREQ(name, get_wl_ifname(wl_index));
+    }
 }
-
-class BssIfname : public harness::Board, public testing::WithParamInterface<BssName> {};
-
-TEST_P(BssIfname, IsPrefixAndNumber) {
-    char ifname[33];
-    memset(ifname, 'x', sizeof ifname);
-    EXPECT_EQ(1, wireless_api_get_ifname(GetParam().wl_index, ifname));
-    EXPECT_STREQ(GetParam().ifname, ifname);
-    EXPECT_EQ('x', ifname[strlen(ifname) + 1]);
-    EXPECT_STREQ(GetParam().ifname, get_wl_ifname(GetParam().wl_index));
-}
-
-INSTANTIATE_TEST_SUITE_P(, BssIfname,
-                         testing::ValuesIn(std::initializer_list<BssName>{
-                             {"FirstBss",      0,          "ra0"     },
-                             {"FourthBss",     3,          "ra3"     },
-                             {"SecondRadio",   65538,      "rai2"    },
-                             {"LargestNumber", 0x1FFFF,    "rai65535"},
-                             {"UnknownRadio",  0x20001,    "ra1"     },
-                             {"BandSteering",  999 << 16,  "ra0"     },
-                             {"LargestIndex",  0xFFFFFFFF, "ra65535" },
-}),
-                         harness::CaseName());
 
 TEST_F(InterfaceNames, OfABssAreRefusedFrom32CharactersOn) {
-    const std::string longest(26, 'p');
-    write_l1profile("INDEX0_ext_ifname=" + longest + "\nINDEX1_ext_ifname=" + longest + "q\n");
+    const std::string prefix(26, 'p');
+    write_l1profile("INDEX0_ext_ifname=" + prefix + "\nINDEX1_ext_ifname=" + prefix + "q\n");
     char ifname[32] = "untouched";
     EXPECT_EQ(0, wireless_api_get_ifname(0x1FFFF, ifname));
     EXPECT_STREQ("untouched", ifname);
     EXPECT_STREQ("", get_wl_ifname(0x1FFFF));
-    EXPECT_EQ(longest + "q9999", get_wl_ifname(0x10000 + 9999));
+    EXPECT_EQ(prefix + "q9999", get_wl_ifname(0x10000 + 9999));
     EXPECT_EQ(1, wireless_api_get_ifname(0xFFFF, ifname));
-    EXPECT_EQ(longest + "65535", ifname);
+    EXPECT_EQ(prefix + "65535", ifname);
     EXPECT_EQ(0, wireless_api_get_ifname(0, nullptr));
 }
 
-struct IndexOfName {
-    const char* name;
-    const char* ifname;
-    int32_t wl_index;
-    int32_t wl_mode;
-};
-void PrintTo(const IndexOfName& row, std::ostream* os) {
-    *os << row.ifname;
+TEST_F(InterfaceNames, GiveTheirWlIndexAndMode) {
+    const struct {
+        const char* ifname;
+        int32_t wl_index;
+        int32_t wl_mode;
+    } kRows[] = {
+        {"ra0",    0,     0    },
+        {"ra3",    3,     0    },
+        {"rai1",   65537, 1    },
+        {"ra10",   10,    0    },
+        {"ra1x9",  1,     0    },
+        {"rai02",  65538, 1    },
+        {"ra4096", 4096,  0    },
+        {"apcli0", -1,    65535},
+        {"RA0",    -1,    65535},
+        {"raii0",  -1,    65535},
+        {"r0",     -1,    65535},
+        {"1",      -1,    65535},
+        {"eth",    0,     0    },
+        {"",       0,     0    },
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(row.wl_index, get_wl_idx_by_ifname(row.ifname)) << row.ifname;
+        EXPECT_EQ(row.wl_mode, get_wl_mode_by_ifname2(row.ifname)) << row.ifname;
+    }
+    EXPECT_EQ(-1, get_wl_idx_by_ifname(nullptr));
 }
-
-class WlIndex : public harness::Board, public testing::WithParamInterface<IndexOfName> {};
-
-TEST_P(WlIndex, IsFoundByPrefixAndNumber) {
-    EXPECT_EQ(GetParam().wl_index, get_wl_idx_by_ifname(GetParam().ifname));
-    EXPECT_EQ(GetParam().wl_mode, get_wl_mode_by_ifname2(GetParam().ifname));
-}
-
-INSTANTIATE_TEST_SUITE_P(, WlIndex,
-                         testing::ValuesIn(std::initializer_list<IndexOfName>{
-                             {"FirstBss",             "ra0",    0,     0    },
-                             {"FourthBss",            "ra3",    3,     0    },
-                             {"SecondRadio",          "rai1",   65537, 1    },
-                             {"TwoDigits",            "ra10",   10,    0    },
-                             {"TextAfterTheNumber",   "ra1x9",  1,     0    },
-                             {"LeadingZero",          "rai02",  65538, 1    },
-                             {"RepeaterClient",       "apcli0", -1,    65535},
-                             {"OtherCase",            "RA0",    -1,    65535},
-                             {"LongerPrefix",         "raii0",  -1,    65535},
-                             {"StationOfAClientLink", "ra4096", 4096,  0    },
-                             {"NumberAlone",          "1",      -1,    65535},
-                             {"NoDigit",              "eth",    0,     0    },
-                             {"Bridge",               "br",     0,     0    },
-                             {"Empty",                "",       0,     0    },
-}),
-                         harness::CaseName());
 
 TEST_F(InterfaceNames, AreComparedInTheirFirst31Characters) {
     const std::string prefix(29, 'p');
     write_l1profile("INDEX0_ext_ifname=ra\nINDEX1_ext_ifname=" + prefix + "\n");
     EXPECT_EQ(65536 + 12, get_wl_idx_by_ifname((prefix + "12").c_str()));
     EXPECT_EQ(65536 + 12, get_wl_idx_by_ifname((prefix + "129").c_str()));
-    EXPECT_EQ(0, get_wl_idx_by_ifname(std::string(31, 'p').append("1").c_str()));
+    EXPECT_EQ(0, get_wl_idx_by_ifname((prefix + "pp1").c_str()));
 }
 
 TEST_F(InterfaceNames, AreLookedForInTheOrderOfTheRadioList) {
     write_l1profile("INDEX0_ext_ifname=ra\nINDEX1_ext_ifname=ra\n");
     EXPECT_EQ(2, get_wl_idx_by_ifname("ra2"));
-    host().wl_modes = {1, 0};
-    EXPECT_EQ(65538, get_wl_idx_by_ifname("ra2"));
-    host().wl_modes = {5};
-    EXPECT_EQ((5 << 16) + 2, get_wl_idx_by_ifname("ra2"));
-    host().wl_modes = {};
-    EXPECT_EQ(-1, get_wl_idx_by_ifname("ra2"));
-    EXPECT_EQ(-1, get_wl_idx_by_ifname(nullptr));
+    for (const auto& [list, wl_index] : std::initializer_list<std::pair<std::vector<int>, int>>{
+             {{1, 0}, 65538        },
+             {{5},    (5 << 16) + 2},
+             {{},     -1           }
+    }) {
+        host().wl_modes = list;
+        EXPECT_EQ(wl_index, get_wl_idx_by_ifname("ra2"));
+    }
 }
 
 }  // namespace
