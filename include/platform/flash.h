@@ -69,7 +69,7 @@ PLATFORM_API int send_system_reboot_signal(void);
 
 /*
  * Restores a backup file. 0 when the restore tool succeeded, else -1; also for a null or empty path
- * and for one of more than 4096 characters.
+ * and for one that no command of 4223 characters holds.
  */
 PLATFORM_API int restore_backup_config(const char* path);
 

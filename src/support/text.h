@@ -58,7 +58,7 @@ private:
 template <size_t kSize>
 class TextBuffer : public Text {
 public:
-    TextBuffer() : Text(storage_) {}
+    TextBuffer() : Text(storage_) { storage_[0] = '\0'; }
     TextBuffer(const TextBuffer&) = delete;
     TextBuffer& operator=(const TextBuffer&) = delete;
 

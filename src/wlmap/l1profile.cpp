@@ -11,9 +11,10 @@ namespace {
 constexpr const char* kPath = "/etc/wireless/l1profile.dat";
 constexpr size_t kLineSize = 256;  // a longer line reads as several
 
-// The value when the line sets the key. The key is exact: no blank is trimmed on either side.
+// The value when the line sets the key. The key is exact: no blank is trimmed on either side, and
+// a comment begins with no key.
 std::optional<std::string_view> value_in_line(std::string_view line, std::string_view key) {
-    if (line.starts_with('#') || !has_prefix(line, key)) return {};
+    if (!has_prefix(line, key)) return {};
     line.remove_prefix(key.size());
     if (!line.starts_with('=')) return {};
     line.remove_prefix(1);

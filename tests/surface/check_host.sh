@@ -15,6 +15,6 @@ sort "$(dirname "$0")/host.txt" >"$scratch/listed"
 
 diff "$scratch/listed" "$scratch/declared" || { echo "FAILED: declared otherwise (>)"; failed=1; }
 missing=$(comm -23 "$scratch/listed" "$scratch/defined")
-[ -z "$missing" ] || { echo "FAILED: the board's host does not define" $missing; failed=1; }
+[ -z "$missing" ] || { echo "FAILED: the board's host does not define $missing"; failed=1; }
 [ $failed -eq 0 ] && echo "$(wc -l <"$scratch/listed") host functions declared and defined"
 exit $failed
