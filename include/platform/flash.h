@@ -1,5 +1,9 @@
 /*
- * Boot environment, MAC addresses, boot flags and the factory test mode.
+ * Flash partitions, calibration data and platform start, boot environment, MAC addresses, boot
+ * flags and the factory test mode.
+ *
+ * Partitions are named as /proc/mtd lists them, in at most 29 characters; a longer name is no
+ * partition's. Nothing is cached, and callers that write a partition must not overlap.
  *
  * Boot variables live in the u-boot environment, which the board's uboot_env tool reads and, with
  * the mtd tool, writes into the "Config" partition. Every byte of a name and of a value reaches
@@ -15,6 +19,67 @@
 #include "platform/export.h"
 
 PLATFORM_BEGIN_DECLS
+
+/* An open descriptor of the partition's device (closed on exec), or -1. */
+PLATFORM_API int mtd_open(const char* name, int flags);
+
+/* Bytes; 0 when there is no such partition, -1 when /proc/mtd cannot be read. */
+PLATFORM_API uint32_t mtd_get_size(const char* name);
+
+/*
+ * Reads from an offset into the partition. The number of bytes, fewer at its end; -1 for a
+ * device that cannot be opened or read, a null buffer, and a negative offset or length.
+ */
+PLATFORM_API int mtd_readbuf(void* buffer, int offset, int length, const char* name);
+
+/*
+ * Writes bytes offset to offset + length - 1 of the buffer over the start of the partition. 0 when
+ * they were handed to the mtd tool, whose own result is not known; -1 when it cannot be started,
+ * for a null buffer, for negative numbers and for what is no partition's name.
+ */
+PLATFORM_API int mtd_writebuf(const void* buffer, int offset, int length, const char* name);
+
+/* The same for the partition "Config"; a null buffer writes the seven bytes "DEFAULT". */
+PLATFORM_API uint32_t get_config_region_size(void);
+PLATFORM_API int read_config(void* buffer, int offset, int length);
+PLATFORM_API int write_config(const void* buffer, int length);
+
+/* A device name of the host's as this board calls it: the same, cut to size. 1. */
+PLATFORM_API int get_kdx_devname(const char* source, char* destination, int size);
+
+/*
+ * Whether the "Factory" partition holds calibration data for both radios: 0, or -1 when a radio's
+ * first four bytes are all 0x00 or all 0xFF, cannot be read, or are nowhere (no offset known).
+ */
+PLATFORM_API int check_eeprom(void);
+
+/*
+ * Writes an image (null: the default one) over the "Factory" partition: 0 once the mtd tool has
+ * it, else -1 with the partition as it was. The file is read whole and judged first. Refused are
+ * a file that is empty, unreadable or larger than the partition (which must be listed with at most
+ * 16 MiB), a smaller one while the partition cannot be read, and one that would spoil a radio's
+ * good calibration data: by ending within its 1024 bytes, or by erased bytes in its place. Behind
+ * a smaller file the partition keeps its content.
+ */
+PLATFORM_API int install_eeprom(const char* path);
+
+/*
+ * Copies the first 65536 bytes of "Factory", or as many as can be read, into the driver's file
+ * /lib/firmware/<EEPROM_name of the first radio>. 0; -1 when that cannot be created or written
+ * whole (then it is removed), when the name is missing, holds a "/" or has more than 17
+ * characters, and when nothing of "Factory" can be read (then the file stays as it was).
+ */
+PLATFORM_API int extract_eeprom(void);
+
+/* Kernel modules in the order of loading. */
+enum { MODULE_COUNT = 105 };
+PLATFORM_API extern const char* const module_list[MODULE_COUNT];
+
+/*
+ * Start of the platform: calibration data (the default image where there is none), kernel
+ * modules, pins. What fails is reported and the start goes on. init_gpio_after_insmod()'s result.
+ */
+PLATFORM_API int init_mt7622(void);
 
 /*
  * Reads a boot variable as one line into value[size], which is cleared first: an unset variable

@@ -6,5 +6,7 @@
 #include "platform/gpio.h"
 #include "platform/profile.h"
 #include "platform/records.h"
+#include "platform/switch.h"
 #include "platform/wireless.h"
 #include "platform/wlmap.h"
+#include "platform/wps.h"

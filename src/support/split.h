@@ -21,6 +21,9 @@ public:
         return piece;
     }
 
+    // What has not been taken, whole.
+    constexpr std::string_view rest() const { return ended_ ? std::string_view("", 0) : rest_; }
+
 private:
     std::string_view rest_;
     char separator_;

@@ -16,13 +16,19 @@ public:
     explicit Stream(FILE* stream) : stream_(stream) {}
     Stream(const Stream&) = delete;
     Stream& operator=(const Stream&) = delete;
-    ~Stream();
+    ~Stream() { close(); }
 
     bool ok() const { return stream_ != nullptr; }
 
     // One line of at most buffer.size() - 1 characters, its line feed included; a longer line
     // comes in pieces. Nothing at the end of the text. The line ends at a NUL within it.
     std::optional<std::string_view> read_line(std::span<char> buffer);
+
+    // Writes all bytes through to the other end and closes. False when they did not get there; a
+    // reader that has gone away does not raise SIGPIPE.
+    bool write(const void* bytes, size_t size);
+
+    int close();  // ahead of the end of the scope
 
 private:
     FILE* stream_;
@@ -31,8 +37,14 @@ private:
 using File = Stream<fclose>;
 using Pipe = Stream<pclose>;
 
-// Both close on exec: commands that are started later must not inherit them.
+// All close on exec: commands that are started later must not inherit them. A null command gives
+// a null stream.
 FILE* open_for_reading(const char* path);
-FILE* open_command_output(const char* command);  // null command: a null stream
+FILE* open_for_writing(const char* path);  // created or emptied
+FILE* open_command_output(const char* command);
+FILE* open_command_input(const char* command);
+
+// Removes a file; one that is gone already is fine.
+void remove_file(const char* path);
 
 }  // namespace platform

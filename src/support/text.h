@@ -26,6 +26,10 @@ constexpr bool has_prefix(std::string_view text, std::string_view prefix) {
            __builtin_memcmp(text.data(), prefix.data(), prefix.size()) == 0;
 }
 
+constexpr char upper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
 // Copies what fits and always terminates; the bytes after the terminator keep their value.
 void copy_text(std::span<char> out, std::string_view text);
 

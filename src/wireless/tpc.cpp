@@ -1,3 +1,4 @@
+#include "frame/hardware.h"
 #include "frame/runner.h"
 #include "platform/wireless.h"
 #include "platform/wlmap.h"
@@ -23,8 +24,7 @@ void set_tpc(int32_t wl_mode, const hw_tpc& tpc) {
 }  // namespace
 
 int mtk_tpc_patch() {
-    hw_info hw = {};
-    get_si("hw", &hw);
+    const hw_info hw = hardware();
     set_tpc(1, hw.tpc_5g);
     set_tpc(0, hw.tpc_2g);
     return 0;

@@ -1,6 +1,7 @@
 #include "wlmap/l1profile.h"
 
 #include "frame/host.h"
+#include "support/key_line.h"
 #include "support/message.h"
 #include "support/stream.h"
 #include "support/text.h"
@@ -10,17 +11,6 @@ namespace {
 
 constexpr const char* kPath = "/etc/wireless/l1profile.dat";
 constexpr size_t kLineSize = 256;  // a longer line reads as several
-
-// The value when the line sets the key. The key is exact: no blank is trimmed on either side, and
-// a comment begins with no key.
-std::optional<std::string_view> value_in_line(std::string_view line, std::string_view key) {
-    if (!has_prefix(line, key)) return {};
-    line.remove_prefix(key.size());
-    if (!line.starts_with('=')) return {};
-    line.remove_prefix(1);
-    if (line.ends_with('\n')) line.remove_suffix(1);
-    return line;
-}
 
 }  // namespace
 

@@ -77,7 +77,7 @@ int32_t get_wl_idx_by_ifname(const char* ifname) {
     if (digit == name.size()) return 0;
 
     const std::string_view prefix(name.data(), digit);
-    const int32_t bss = leading_digits({name.data() + digit, name.size() - digit});
+    const int32_t bss = leading_decimal({name.data() + digit, name.size() - digit});
     for (const int32_t wl_mode : radios)
         if (prefix == get_wl_ext_ifname(wl_mode))
             return static_cast<int32_t>(wl_index_of(wl_mode, bss));

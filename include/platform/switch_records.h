@@ -1,0 +1,69 @@
+/*
+ * Records that the host firmware and this library exchange: Ethernet ports and addresses.
+ */
+#pragma once
+
+#include "platform/conf_records.h"
+
+/* The state or the setting of one Ethernet port, as texts. */
+struct port_setting {
+    char mode[10];  /* state "On" or "Off"; setting "on", "off", "loop", "loopoff", "auto", other */
+    char speed[10]; /* state "1G", "100", "10" or "--"; setting "1000", "100", "10" */
+    char duplex[10]; /* state "Full", "Half" or "--"; setting "full", "half" */
+};
+PLATFORM_SIZE(struct port_setting, 30);
+
+/* Counters of one Ethernet port. The host's record goes on behind them. */
+struct port_counters {
+    uint64_t rx_packets;
+    uint64_t rx_bytes;
+    uint64_t rx_broadcast;
+    uint64_t rx_multicast;
+    uint64_t zero0;
+    uint64_t rx_dropped; /* at ingress */
+    uint64_t rx_crc_errors;
+    uint64_t zero1;
+    uint64_t reserved;
+    uint64_t tx_packets;
+    uint64_t tx_bytes;
+    uint64_t tx_broadcast;
+    uint64_t tx_multicast;
+    uint64_t tx_collisions;
+};
+PLATFORM_SIZE(struct port_counters, 112);
+PLATFORM_AT(struct port_counters, rx_dropped, 40);
+PLATFORM_AT(struct port_counters, tx_packets, 72);
+PLATFORM_AT(struct port_counters, tx_collisions, 104);
+
+/* One address that the switch has learnt. */
+struct switch_mac_entry {
+    uint8_t mac[6];
+    uint8_t info;     /* low byte of the second address register */
+    uint8_t port_map; /* bit p: learnt on switch port p */
+};
+PLATFORM_SIZE(struct switch_mac_entry, 8);
+PLATFORM_AT(struct switch_mac_entry, info, 6);
+
+/* A list of the host's: its head, zero before use, and a node for each wired station. */
+struct wired_station {
+    struct wired_station* next;
+    uint32_t kind; /* 1 */
+    uint8_t mac[6];
+    uint8_t reserved0[6];
+    uint32_t user_port;
+    uint8_t reserved1[36];
+};
+PLATFORM_SIZE(struct wired_station, 64);
+PLATFORM_AT(struct wired_station, kind, 8);
+PLATFORM_AT(struct wired_station, mac, 12);
+PLATFORM_AT(struct wired_station, user_port, 24);
+
+struct wired_station_list {
+    uint32_t count;
+    uint32_t reserved;
+    struct wired_station* first;
+    void* second;
+};
+PLATFORM_SIZE(struct wired_station_list, 24);
+PLATFORM_AT(struct wired_station_list, first, 8);
+PLATFORM_AT(struct wired_station_list, second, 16);

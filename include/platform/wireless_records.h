@@ -1,0 +1,137 @@
+/*
+ * Records that the host firmware and this library exchange: stations, networks, WPS.
+ */
+#pragma once
+
+#include "platform/conf_records.h"
+
+/* One associated station. Columns are those of the driver's table, counted from 1. */
+struct station_entry {
+    char mac[18]; /* "00-11-22-AA-BB-CC" */
+    uint8_t reserved0[34];
+    uint32_t wl_index; /* of its BSS; BSS number 4096 for a repeater-client link */
+    int32_t column3;
+    int32_t column8;
+    uint8_t reserved1[4];
+    int32_t column9;  /* old table format */
+    int32_t column10; /* old table format */
+    uint8_t reserved2[4];
+    uint64_t column9_v2;  /* V2 table format */
+    uint64_t column10_v2; /* V2 table format */
+    int32_t column6;
+    int32_t column7;
+    uint8_t reserved3[8];
+    int32_t chain_best; /* V2: best of the chain values */
+    int32_t chain[8];   /* V2: column 11, one value for each receive chain */
+    char ssid[128];     /* of its BSS, at most 32 bytes, the rest zero */
+    uint8_t reserved4[4];
+};
+PLATFORM_SIZE(struct station_entry, 280);
+PLATFORM_AT(struct station_entry, wl_index, 52);
+PLATFORM_AT(struct station_entry, column3, 56);
+PLATFORM_AT(struct station_entry, column8, 60);
+PLATFORM_AT(struct station_entry, column9, 68);
+PLATFORM_AT(struct station_entry, column10, 72);
+PLATFORM_AT(struct station_entry, column9_v2, 80);
+PLATFORM_AT(struct station_entry, column10_v2, 88);
+PLATFORM_AT(struct station_entry, column6, 96);
+PLATFORM_AT(struct station_entry, column7, 100);
+PLATFORM_AT(struct station_entry, chain_best, 112);
+PLATFORM_AT(struct station_entry, chain, 116);
+PLATFORM_AT(struct station_entry, ssid, 148);
+
+enum { STATION_LIST_MAX = 128, STATION_LIST_TYPE = 19 };
+
+struct station_list {
+    uint32_t count;
+    uint32_t type;                     /* STATION_LIST_TYPE */
+    char ifname[PLATFORM_IFNAME_SIZE]; /* in: main interface of the radio */
+    struct station_entry entries[STATION_LIST_MAX];
+};
+PLATFORM_SIZE(struct station_list, 35880);
+PLATFORM_AT(struct station_list, ifname, 8);
+PLATFORM_AT(struct station_list, entries, 40);
+
+/* ap_entry.flags */
+enum { AP_FLAG_WPS_PUSH_BUTTON = 1 };
+
+/* One access point of a site survey. */
+struct ap_entry {
+    char ssid[128];              /* at most 32 characters */
+    char bssid[40];              /* upper-case text */
+    struct channel_spec channel; /* words 1 to 3; ext_channel is the centre channel */
+    int32_t signal;              /* 0 to 100 */
+    int32_t rssi;                /* dBm */
+    uint32_t seen_at;            /* seconds since the epoch */
+    int32_t network_type;        /* 0 infrastructure, 1 ad hoc, -1 other */
+    int32_t encryption;          /* enum wireless_cipher */
+    int32_t auth_mode;           /* enum wireless_auth, 7 = WPA-None */
+    uint32_t flags;
+    struct vendor_element element; /* zero when it announces none */
+};
+PLATFORM_SIZE(struct ap_entry, 248);
+PLATFORM_AT(struct ap_entry, bssid, 128);
+PLATFORM_AT(struct ap_entry, channel, 168);
+PLATFORM_AT(struct ap_entry, signal, 188);
+PLATFORM_AT(struct ap_entry, rssi, 192);
+PLATFORM_AT(struct ap_entry, seen_at, 196);
+PLATFORM_AT(struct ap_entry, network_type, 200);
+PLATFORM_AT(struct ap_entry, encryption, 204);
+PLATFORM_AT(struct ap_entry, auth_mode, 208);
+PLATFORM_AT(struct ap_entry, flags, 212);
+PLATFORM_AT(struct ap_entry, element, 216);
+
+enum { AP_LIST_MAX = 256, AP_LIST_TYPE = 7 };
+
+struct ap_list {
+    uint32_t count;
+    uint32_t type;                     /* AP_LIST_TYPE */
+    char ifname[PLATFORM_IFNAME_SIZE]; /* in: an interface of the radio */
+    uint64_t channel_check;            /* in: handed unchanged to the host's channel check */
+    struct ap_entry entries[AP_LIST_MAX];
+};
+PLATFORM_SIZE(struct ap_list, 63536);
+PLATFORM_AT(struct ap_list, ifname, 8);
+PLATFORM_AT(struct ap_list, channel_check, 40);
+PLATFORM_AT(struct ap_list, entries, 48);
+
+/* Radar detection of a 5 GHz radio. */
+struct dfs_info {
+    int32_t rd_mode; /* 0, 1 or 2 */
+    int32_t channel_moving_time;
+    int32_t remaining; /* of the moving time, never below 0 */
+};
+PLATFORM_SIZE(struct dfs_info, 12);
+
+/* How a WPS run is to start. */
+struct wps_start_request {
+    int32_t use_pin; /* 0: push button */
+    int32_t pin;     /* read only with use_pin */
+};
+PLATFORM_SIZE(struct wps_start_request, 8);
+
+/* States of a WPS run; -1 when the driver does not answer. */
+enum wps_state {
+    WPS_STATE_IDLE = 1,
+    WPS_STATE_STARTED = 2,
+    WPS_STATE_RUNNING = 3,
+    WPS_STATE_CONFIGURED = 4,
+    WPS_STATE_FAILED = 5,
+};
+
+/* A WPS run and the device at its other end. */
+struct wsc_peer_info {
+    uint32_t state; /* enum wps_state */
+    uint32_t time;  /* of the query, seconds since the epoch */
+    char manufacturer[64];
+    char model_name[64];
+    char device_name[64];
+    char model_number[64];
+    char serial_number[64];
+};
+PLATFORM_SIZE(struct wsc_peer_info, 328);
+PLATFORM_AT(struct wsc_peer_info, manufacturer, 8);
+PLATFORM_AT(struct wsc_peer_info, model_name, 72);
+PLATFORM_AT(struct wsc_peer_info, device_name, 136);
+PLATFORM_AT(struct wsc_peer_info, model_number, 200);
+PLATFORM_AT(struct wsc_peer_info, serial_number, 264);

@@ -1,0 +1,24 @@
+// PHY registers of the switch ports, IEEE 802.3 clause 22.
+#pragma once
+
+#include <stdint.h>
+
+#include <string_view>
+
+namespace platform {
+
+inline constexpr int kPhyControl = 0;
+inline constexpr int kPhyStatus = 1;
+inline constexpr int kPhyAdvertisement = 4;
+inline constexpr int kPhyPartnerAbility = 5;
+inline constexpr int kPhyGigabitControl = 9;
+inline constexpr int kPhyGigabitStatus = 10;
+
+// The value after the last "=" of the tool's answer, "0x" and digits; -1 without "=", 0 for what
+// is no such number.
+int32_t parse_phy_answer(std::string_view line);
+
+// Reads a register; 0 when the tool cannot be started.
+int32_t phy_cl22_read(int switch_port, int reg);
+
+}  // namespace platform

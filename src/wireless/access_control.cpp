@@ -1,0 +1,69 @@
+#include "profile/acl.h"
+
+#include "frame/radios.h"
+#include "frame/runner.h"
+#include "platform/wireless.h"
+#include "platform/wlmap.h"
+#include "profile/list_value.h"
+#include "support/heap.h"
+
+using namespace platform;
+
+namespace {
+
+// A BSS with the names that the driver and the profile know it by.
+struct BssPlace {
+    explicit BssPlace(uint32_t wl_index)
+        : wl_mode(static_cast<int32_t>(wl_index >> 16)),
+          number(static_cast<int32_t>(wl_index & 0xFFFF)),
+          profile(get_racfg_filename(wl_mode)),
+          ifname(get_wl_ifname(wl_index)) {}
+
+    int32_t wl_mode;
+    int32_t number;
+    TextCopy<PLATFORM_PATH_SIZE> profile;
+    TextCopy<PLATFORM_IFNAME_SIZE> ifname;
+};
+
+bool uses_8021x(const BssPlace& place) {
+    const TextCopy<PLATFORM_IFNAME_SIZE> main_name(get_wl_ifname_by_wlmode(place.wl_mode));
+    const BssSet set(main_name.c_str());
+    return place.number < set.count() &&
+           wireless_check_8021x_enabled(&set.configured()[static_cast<size_t>(place.number)]) != 0;
+}
+
+}  // namespace
+
+int wireless_macauth_set_policy(uint32_t wl_index, int policy) {
+    const BssPlace place(wl_index);
+    const int value = access_policy(policy);
+    run_shell(Command<256>("/sbin/iwpriv %s set AccessPolicy=%d", place.ifname.view(), value));
+    TextBuffer<16> text;
+    text.put_decimal(value);
+    genconfig_set_value_direct(place.profile.c_str(),
+                               NumberedKey("AccessPolicy", place.number).c_str(), text.c_str());
+    return 0;
+}
+
+int wireless_apply_macauth(uint32_t wl_index) {
+    const BssPlace place(wl_index);
+    run_host(Command<256>("/sbin/iwpriv %s set ACLClearAll=1", place.ifname.view()));
+    const Heap<char> list(kAclSize);
+    if (!list.ok()) return 0;
+
+    macauth_acl_string(place.wl_mode, place.number, list.get());
+    run_host(Command<kAclSize + 256>("/sbin/iwpriv %s set ACLAddEntry=\"%s\"", place.ifname.view(),
+                                     list.get()));
+    genconfig_set_value_direct(place.profile.c_str(),
+                               NumberedKey("AccessControlList", place.number).c_str(), list.get());
+    if (macauth_get_policy(wl_index) != 0 && uses_8021x(place)) signal_wan();
+    return 0;
+}
+
+int wireless_macauth_kickall() {
+    return 0;
+}
+
+int wireless_macauth_kickmac() {
+    return 0;
+}
