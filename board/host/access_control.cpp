@@ -7,6 +7,7 @@
 #include "frame/host.h"
 #include "host/radio.h"
 #include "live/journal.h"
+#include "live/tree.h"
 
 using board::state;
 
@@ -20,6 +21,15 @@ const board::MacFilter& filter_of(uint32_t wl_index) {
     static const auto* const none = new board::MacFilter;
     const auto filter = state().mac_filters.find(wl_index);
     return filter == state().mac_filters.end() ? *none : filter->second;
+}
+
+// Lets the answers of a network's RADIUS server in.
+std::string radius_rule(const wireless_conf& record) {
+    constexpr int kRadiusPort = 1812;
+    const std::string server(record.radius_server,
+                             strnlen(record.radius_server, sizeof record.radius_server));
+    const int port = record.radius_port != 0 ? record.radius_port : kRadiusPort;
+    return " -s " + server + " -p udp --sport " + std::to_string(port) + " -j ACCEPT";
 }
 
 }  // namespace
@@ -65,9 +75,15 @@ int wireless_check_8021x_enable_for_band(const char*, const wireless_conf* recor
     return any_uses_8021x({records, static_cast<size_t>(count)});
 }
 
-int wireless_set_radius_iptables(const char* ifname, const wireless_conf*, int count) {
+int wireless_set_radius_iptables(const char* ifname, const wireless_conf* records, int count) {
     board::journal({"wireless_set_radius_iptables", ifname, std::to_string(count)});
-    return 0;
+    const std::string path = board::live_path("iptables");
+    const std::string chain = "filter RADIUS_" + std::string(ifname);
+    auto rules = board::read_lines(path);
+    std::erase_if(rules, [&](const std::string& rule) { return rule.starts_with(chain + ' '); });
+    for (const wireless_conf& record : std::span(records, static_cast<size_t>(count)))
+        if (board::uses_8021x(record)) rules.push_back(chain + radius_rule(record));
+    return board::replace_lines(path, rules) ? 0 : -1;
 }
 
 }  // extern "C"

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "host/fields.h"
-#include "host/words.h"
+#include "live/words.h"
 
 namespace board {
 namespace {

@@ -1,14 +1,21 @@
 // Files, run-time status and stored configuration.
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 
 #include "frame/host.h"
 #include "host/state.h"
 #include "live/journal.h"
 #include "live/key_file.h"
+#include "live/pins.h"
 #include "live/tree.h"
 
 namespace {
+
+int hour_now() {
+    const time_t now = std::time(nullptr);
+    return std::gmtime(&now)->tm_hour;
+}
 
 int leading_number(const std::string& text) {
     return static_cast<int>(std::strtol(text.c_str(), nullptr, 10));
@@ -26,6 +33,14 @@ std::optional<std::string> status_value(const char* key) {
 }
 
 }  // namespace
+
+// The hours go round: the period lasts so many hours from its start on, equal hours all day.
+bool board::is_silent(const LedSilence& silence) {
+    if (silence.mode <= 1) return silence.mode == 1;
+    const uint32_t since = (static_cast<uint32_t>(hour_now()) + 24 - silence.start_hour % 24) % 24;
+    const uint32_t length = (silence.end_hour + 24 - silence.start_hour % 24) % 24;
+    return length == 0 || since < length;
+}
 
 extern "C" {
 
@@ -47,6 +62,10 @@ int get_file_value(const char* path, int fallback) {
 }
 
 int write_file(const char* path, const char* text) {
+    if (std::string_view(path) == board::kPinFile && board::has_pins()) {
+        board::journal({"write_file", path, text});
+        return board::write_pin_command(text) ? 0 : -1;
+    }
     return board::write_text(path, text) ? 0 : -1;
 }
 

@@ -65,6 +65,8 @@ struct LedSilence {
     uint32_t end_hour = 0;
 };
 
+bool is_silent(const LedSilence& silence);  // now, by the hour in UTC
+
 struct PortSetting {
     std::string mode;    // "on", "off", "auto", ...
     std::string speed;   // "10", "100", "1000"

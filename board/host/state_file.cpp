@@ -7,8 +7,8 @@
 
 #include "frame/host.h"
 #include "host/fields.h"
-#include "host/words.h"
 #include "live/journal.h"
+#include "live/words.h"
 
 namespace board {
 namespace {

@@ -1,10 +1,13 @@
 // Channels, LEDs, band steering and the state of a running radio.
 #include <algorithm>
+#include <optional>
 
 #include "frame/host.h"
 #include "host/radio.h"
 #include "live/interfaces.h"
 #include "live/journal.h"
+#include "live/neighbours.h"
+#include "live/pins.h"
 #include "live/radio_driver.h"
 
 using board::find_radio;
@@ -13,11 +16,35 @@ using board::state;
 
 namespace {
 
-// The link of a repeater-client interface, null without one.
-const board::ClientLink* link_of(const char* ifname) {
+constexpr int kLast2GHzChannel = 14;
+
+board::ClientLink link_to(const board::Neighbour& upstream, const wireless_conf& settings) {
+    board::ClientLink link;
+    link.ssid = upstream.ssid;
+    link.ap_mac = upstream.bssid;
+    const bool is_2ghz = upstream.channel <= kLast2GHzChannel;
+    const int above = upstream.extension == "ABOVE" ? 4 : 0;
+    const int below = upstream.extension == "BELOW" ? 4 : 0;
+    link.channel = {upstream.channel, upstream.channel + above - below,
+                    (is_2ghz ? 2407 : 5000) + 5 * upstream.channel, 0, settings.bandwidth};
+    link.speed_mbps = is_2ghz ? 144 : 866;
+    return link;
+}
+
+// The link of a repeater-client interface: the state's, else the one that its driver has found.
+std::optional<board::ClientLink> link_of(const char* ifname) {
     const Radio* const radio = find_radio(ifname);
-    if (radio == nullptr || !board::is_client(*radio, ifname)) return nullptr;
-    return radio->client.ssid.empty() ? nullptr : &radio->client;
+    if (radio == nullptr || !board::is_client(*radio, ifname)) return std::nullopt;
+    if (!radio->client.ssid.empty()) return radio->client;
+    const auto upstream = board::upstream_of(ifname);
+    if (!upstream) return std::nullopt;
+    return link_to(*upstream, radio->bss[0]);
+}
+
+// What a network announces: as its driver runs, else as it is configured.
+std::string network_name(const Radio& radio, const char* ifname) {
+    const auto number = static_cast<size_t>(board::bss_number(radio, ifname));
+    return board::announced_ssid(ifname).value_or(radio.bss[number].ssid);
 }
 
 }  // namespace
@@ -45,8 +72,15 @@ int wireless_check_channel_valid(const char* ifname, uint64_t, int, int channel)
     return std::find(valid.begin(), valid.end(), channel) != valid.end();
 }
 
+// -1: as the radio and the silent hours have it, else on or off.
 int wireless_set_led(const char* ifname, int led_state) {
     board::journal({"wireless_set_led", ifname, std::to_string(led_state)});
+    const Radio* const radio = find_radio(ifname);
+    if (radio == nullptr) return -1;
+    const bool lit = led_state == -1
+                         ? board::interface_is_up(ifname) && !board::is_silent(state().led_silence)
+                         : led_state != 0;
+    if (radio->led_gpio >= 0) board::set_pin_output(radio->led_gpio, lit ? 0 : 1);
     return 0;
 }
 
@@ -70,16 +104,18 @@ int iwconfig_client_get_essid(const char* ifname, char* essid) {
     essid[0] = '\0';
     const Radio* const radio = find_radio(ifname);
     if (radio == nullptr) return -1;
-    const auto number = static_cast<size_t>(board::bss_number(*radio, ifname));
-    const bool client = board::is_client(*radio, ifname);
-    sf_strncpy(essid, client ? radio->client.ssid.c_str() : radio->bss[number].ssid, kEssidSize);
+    const auto link = link_of(ifname);
+    const std::string name = link                               ? link->ssid
+                             : board::is_client(*radio, ifname) ? ""
+                                                                : network_name(*radio, ifname);
+    sf_strncpy(essid, name.c_str(), kEssidSize);
     return 0;
 }
 
 int iwconfig_client_get_ap_mac(const char* ifname, char* mac) {
     constexpr size_t kMacTextSize = 18;
-    const board::ClientLink* const link = link_of(ifname);
-    if (link == nullptr || link->ap_mac.empty()) return 0;
+    const auto link = link_of(ifname);
+    if (!link || link->ap_mac.empty()) return 0;
     sf_strncpy(mac, link->ap_mac.c_str(), kMacTextSize);
     return 1;
 }
@@ -88,7 +124,7 @@ int iwconfig_client_get_channel(const char* ifname, channel_spec* spec) {
     const Radio* const radio = find_radio(ifname);
     if (radio == nullptr) return -1;
     const wireless_conf& record = radio->bss[0];
-    if (const board::ClientLink* const link = link_of(ifname); link != nullptr)
+    if (const auto link = link_of(ifname))
         *spec = link->channel;
     else if (record.channel == 0)
         *spec = radio->best_channel;
@@ -99,8 +135,8 @@ int iwconfig_client_get_channel(const char* ifname, channel_spec* spec) {
 }
 
 int iwconfig_client_get_link_speed(const char* ifname) {
-    const board::ClientLink* const link = link_of(ifname);
-    return link == nullptr ? 0 : link->speed_mbps;
+    const auto link = link_of(ifname);
+    return link ? link->speed_mbps : 0;
 }
 
 }  // extern "C"

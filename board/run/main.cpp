@@ -14,6 +14,7 @@
 #include "host/radio.h"
 #include "host/state_file.h"
 #include "run/capture.h"
+#include "run/power_on.h"
 #include "run/session.h"
 #include "tree/enter.h"
 #include "tree/make_tree.h"
@@ -54,7 +55,7 @@ public:
         if (is_tree(directory_))
             power_on(directory_);
         else
-            make_tree(directory_);
+            make_tree(directory_, FactoryData::erased);
     }
     ~Board() {
         std::error_code ignored;
@@ -76,20 +77,15 @@ private:
     fs::path directory_;
 };
 
-template <class Function>
-void find(void* library, const char* name, Function*& function) {
-    function = reinterpret_cast<Function*>(::dlsym(library, name));
-    if (function == nullptr) throw std::runtime_error(::dlerror());
-}
-
 // The host's functions are already there: this program is linked with libboardhost.so.
 Platform load(const std::string& path) {
-    void* const library = ::dlopen(fs::absolute(path).c_str(), RTLD_NOW);
-    if (library == nullptr) throw std::runtime_error(::dlerror());
     Platform platform{};
-    find(library, "set_ftm_cache", platform.set_ftm_cache);
-    find(library, "platform_init_wireless", platform.platform_init_wireless);
-    find(library, "platform_set_wireless", platform.platform_set_wireless);
+    platform.library = ::dlopen(fs::absolute(path).c_str(), RTLD_NOW);
+    if (platform.library == nullptr) throw std::runtime_error(::dlerror());
+    platform.set_ftm_cache = platform.find<int()>("set_ftm_cache");
+    platform.platform_init_wireless = platform.find<int()>("platform_init_wireless");
+    platform.platform_set_wireless =
+        platform.find<int(const wireless_conf*, const char*)>("platform_set_wireless");
     return platform;
 }
 
@@ -128,10 +124,18 @@ int run(const Options& options) {
     std::printf("Board in %s\n", directory.c_str());
 
     Capture capture;
-    const int status = enter(directory, [&] {
-        handle_interruptions(SIG_DFL);
-        return run_session(platform, capture);
-    });
+    const auto live = [&](int (*life)(const Platform&, Capture&)) {
+        return enter(directory, [&] {
+            handle_interruptions(SIG_DFL);
+            return life(platform, capture);
+        });
+    };
+    int status = live(run_first_start);
+    if (status == 0) {
+        std::printf("\nPower off, power on\n");
+        power_on(directory);
+        status = live(run_session);
+    }
     // What a step printed that never came to its end, such as a sanitizer's report.
     std::fputs(capture.take().c_str(), stderr);
     if (status > 128) std::fprintf(stderr, "board-run: ended by signal %d\n", status - 128);

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <functional>
-#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,7 +12,12 @@
 #include "live/journal.h"
 #include "live/radio_driver.h"
 #include "run/check.h"
+#include "run/panel_section.h"
+#include "run/power_on.h"
+#include "run/radio_section.h"
 #include "run/report.h"
+#include "run/steps.h"
+#include "run/switch_section.h"
 
 namespace board::run {
 namespace {
@@ -27,40 +31,24 @@ constexpr std::pair<const char*, const char*> kBridgeAttributes[] = {
 
 class Session {
 public:
-    Session(const Platform& platform, Capture& capture) : platform_(platform), capture_(capture) {}
+    Session(const Platform& platform, Capture& capture) : platform_(platform), steps_(capture) {}
 
     int run() {
         step("set_ftm_cache()", platform_.set_ftm_cache);
+        add(start_platform(platform_, steps_.capture()));
         step("platform_init_wireless()", platform_.platform_init_wireless);
         show_board();
         add(faults_of_board(true));
+        add(start_switch(platform_, steps_.capture()));
+        add(try_panel(platform_, steps_.capture()));
         if (can_change()) change_last_bss();
+        add(use_radios(platform_, steps_));
         return conclude();
     }
 
 private:
-    // Calls the library and shows what it said and did, and which profiles it changed.
     void step(const std::string& call, const std::function<int()>& action) {
-        const auto before = profiles();
-        clear_journal();
-        capture_.begin();
-        const int result = action();
-        const std::string messages = capture_.end();
-
-        heading(std::to_string(++steps_) + ". " + call + " = " + std::to_string(result));
-        section("Messages", split_lines(messages));
-        section("Commands and effects, in order", journal_lines());
-        for (const auto& [path, file] : profiles())
-            section("Changes in " + path, difference(before.at(path), file));
-    }
-
-    static std::map<std::string, KeyFile> profiles() {
-        std::map<std::string, KeyFile> files;
-        for (const int32_t wl_mode : state().wl_modes) {
-            const std::string path = profile_path(wl_mode);
-            files.emplace(path, KeyFile::load_or_empty(path));
-        }
-        return files;
+        steps_.step(call, action);
     }
 
     static bool can_change() {
@@ -131,8 +119,7 @@ private:
     }
 
     const Platform& platform_;
-    Capture& capture_;
-    int steps_ = 0;
+    Steps steps_;
     std::vector<std::string> faults_;
 };
 

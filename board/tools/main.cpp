@@ -18,17 +18,36 @@ struct Tool {
     bool reads_input = false;
 };
 
+int bndstrg(Words) {
+    return start_daemon("bndstrg");
+}
+
+int rt2860apd(Words) {
+    return start_daemon("rt2860apd");
+}
+
+int rtinicapd(Words) {
+    return start_daemon("rtinicapd");
+}
+
 constexpr Tool kTools[] = {
     {"ated",     ated    },
+    {"bndstrg",  bndstrg },
     {"brctl",    brctl   },
     {"ebtables", ebtables},
     {"ifconfig", ifconfig},
+    {"insmod",   insmod  },
     {"iptables", iptables},
     {"iwpriv",   iwpriv  },
     {"killall",  killall },
+    {"led_ctl",  led_ctl },
+    {"ls",       ls      },
     {"mtd",      mtd,      true},
     {"restorebackup",          restorebackup   },
-    {"uboot_env",          uboot_env    },
+    {"rt2860apd",          rt2860apd    },
+    {"rtinicapd",          rtinicapd   },
+    {"switch",          ethernet_switch       },
+    {"uboot_env",          uboot_env},
 };
 
 std::string& input_storage() {

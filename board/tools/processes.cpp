@@ -1,4 +1,4 @@
-// killall, over the daemons that the board knows to be running, one NAME=... a line.
+// killall and the daemons that it ends: the board knows those that run, one NAME=... a line.
 #include "live/key_file.h"
 #include "live/tree.h"
 #include "tools/tools.h"
@@ -12,6 +12,13 @@ int killall(Words words) {
     for (const std::string& name : words)
         if (!running.remove(name)) status = fail(1, name + ": no process found");
     return running.save(path) ? status : 1;
+}
+
+int start_daemon(const std::string& name) {
+    const std::string path = live_path("processes");
+    KeyFile running = KeyFile::load_or_empty(path);
+    running.set(name, "running");
+    return running.save(path) ? 0 : 1;
 }
 
 }  // namespace board::tools

@@ -1,4 +1,4 @@
-// iwpriv and ated: the Wi-Fi driver's settings and calibration data.
+// iwpriv and ated: the Wi-Fi driver's settings, tables and calibration data.
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
@@ -8,6 +8,8 @@
 #include "live/interfaces.h"
 #include "live/key_file.h"
 #include "live/radio_driver.h"
+#include "live/stations.h"
+#include "live/wps_run.h"
 #include "tools/tools.h"
 
 namespace board::tools {
@@ -31,7 +33,22 @@ bool put_word(std::string& image, size_t base, const KeyValue& word) {
 }
 
 int report_scan(const std::string& ifname) {
-    std::printf("%-8s  get_scan_status:%d\n", ifname.c_str(), poll_scan(ifname) ? 1 : 0);
+    std::printf("%-8s  get_scan_status:%d\n", ifname.c_str(), poll_scan(radio_of(ifname)) ? 1 : 0);
+    return 0;
+}
+
+int print(const std::string& text) {
+    std::fputs(text.c_str(), stdout);
+    return 0;
+}
+
+// A setting that is an order, as WscGenPinCode, may come without a value.
+int set(const std::string& ifname, const std::string& setting) {
+    const KeyValue pair = split_key_value(setting).value_or(KeyValue{setting, ""});
+    if (pair.key == "SiteSurvey" && !start_survey(ifname))
+        return fail(100, ifname + "  Network is down");
+    store_driver_setting(ifname, pair.key, pair.value);
+    take_wps_setting(ifname, pair.key, pair.value);
     return 0;
 }
 
@@ -57,15 +74,13 @@ int iwpriv(Words words) {
     if (!interface_exists(ifname))
         return fail(237, ifname + "  no private ioctls: no such interface");
     if (words.size() == 2 && command == "get_scan_status") return report_scan(ifname);
+    if (words.size() == 2 && command == "get_mac_table") return print(station_table(ifname));
+    if (words.size() == 2 && command == "stat") return print(driver_statistics(ifname));
+    if (words.size() == 3 && command == "set") return set(ifname, words[2]);
 
     const auto pair = words.size() == 3 ? split_key_value(words[2]) : std::nullopt;
-    if (pair && command == "set") {
-        store_driver_setting(ifname, pair->key, pair->value);
-    } else if (pair && command == "e2p") {
-        store_eeprom_word(ifname, pair->key, pair->value);
-    } else {
-        return fail(255, ifname + "  invalid command: " + command);
-    }
+    if (!pair || command != "e2p") return fail(255, ifname + "  invalid command: " + command);
+    store_eeprom_word(ifname, pair->key, pair->value);
     return 0;
 }
 

@@ -10,6 +10,7 @@
 
 #include "live/flash.h"
 #include "live/interfaces.h"
+#include "live/pins.h"
 #include "live/tree.h"
 
 namespace board {
@@ -26,8 +27,10 @@ constexpr const char* kVolatileDirectories[] = {"sys", "tmp", "var/board", "var/
 constexpr const char* kToolPath = "/sbin/board-tool";
 
 constexpr const char* kToolNames[] = {
-    "bin/ated",    "sbin/brctl",      "bin/ebtables", "sbin/ifconfig",      "sbin/iptables",
-    "sbin/iwpriv", "usr/bin/killall", "sbin/mtd",     "sbin/restorebackup", "sbin/uboot_env",
+    "bin/ated",           "bin/bndstrg",    "bin/rt2860apd", "bin/rtinicapd",   "sbin/brctl",
+    "bin/ebtables",       "sbin/ifconfig",  "sbin/insmod",   "sbin/led_ctl",    "bin/ls",
+    "sbin/switch",        "sbin/iptables",  "sbin/iwpriv",   "usr/bin/killall", "sbin/mtd",
+    "sbin/restorebackup", "sbin/uboot_env",
 };
 
 // As the kernel has them once the drivers are loaded.
@@ -81,16 +84,18 @@ std::string calibration_image(size_t size) {
     return image;
 }
 
-std::string partition_content(const Partition& partition) {
+std::string partition_content(const Partition& partition, FactoryData factory) {
     if (partition.name == "Config") return boot_environment();
-    if (partition.name == "Factory") return calibration_image(partition.size);
+    if (partition.name == "Factory")
+        return factory == FactoryData::good ? calibration_image(partition.size)
+                                            : std::string(partition.size, '\xff');
     return partition.name;  // never run, but recognisable
 }
 
-void make_flash() {
+void make_flash(FactoryData factory) {
     constexpr size_t kDefaultImageSize = 0x10000;
     for (const Partition& partition : partitions())
-        require(write_partition(partition, partition_content(partition)),
+        require(write_partition(partition, partition_content(partition, factory)),
                 "write partition " + partition.name);
     require(write_text("/etc_ro/wlan/MT7615_EEPROM.bin", calibration_image(kDefaultImageSize)),
             "write the default calibration image");
@@ -129,7 +134,7 @@ void install_tools(const fs::path& directory) {
 
 }  // namespace
 
-void make_tree(const fs::path& directory) {
+void make_tree(const fs::path& directory, FactoryData factory) {
     fs::create_directories(directory);
     fs::copy(BOARD_ROOT, directory, fs::copy_options::recursive);
     for (const char* name : kDirectories) fs::create_directories(directory / name);
@@ -138,7 +143,7 @@ void make_tree(const fs::path& directory) {
 
     const RootScope scope(directory);
     require(write_text("/dev/null", ""), "write /dev/null");
-    make_flash();
+    make_flash(factory);
     power_on(directory);
 }
 
@@ -149,6 +154,7 @@ void power_on(const fs::path& directory) {
     }
     const RootScope scope(directory);
     for (const char* name : kInterfaces) create_interface(name);
+    make_pin_file();
     set_interface_up("eth0", true);  // the host's network start-up comes first
 }
 

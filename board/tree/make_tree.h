@@ -5,8 +5,11 @@
 
 namespace board {
 
+// What the calibration partition "Factory" holds: the radios' data, or nothing yet.
+enum class FactoryData { good, erased };
+
 // The directory must be missing or empty. Throws std::exception when the tree cannot be made.
-void make_tree(const std::filesystem::path& directory);
+void make_tree(const std::filesystem::path& directory, FactoryData factory = FactoryData::good);
 
 // What a start of the board leaves: flash and profiles as they were, everything else afresh.
 void power_on(const std::filesystem::path& directory);

@@ -1,4 +1,4 @@
-#include "host/words.h"
+#include "live/words.h"
 
 #include <algorithm>
 
