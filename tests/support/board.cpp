@@ -1,14 +1,18 @@
 #include "support/board.h"
 
 #include <fcntl.h>
+#include <net/if.h>
+#include <sys/ioctl.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdarg>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 
+#include "live/interfaces.h"
 #include "live/journal.h"
 #include "live/tree.h"
 
@@ -32,6 +36,13 @@ std::string make_root() {
     std::string name = (in_memory ? "/dev/shm/" : testing::TempDir()) + "boardXXXXXX";
     if (mkdtemp(name.data()) == nullptr) std::abort();
     return name;
+}
+
+std::string written_to(FILE* stream) {
+    std::string text(static_cast<size_t>(std::ftell(stream)), '\0');
+    std::rewind(stream);
+    text.resize(std::fread(text.data(), 1, text.size(), stream));
+    return text;
 }
 
 }  // namespace
@@ -62,29 +73,46 @@ struct Hooks {
         return current->run("$", command).status;
     }
 
-    [[gnu::format(printf, 1, 2)]] static int system2(const char* format, ...) {
-        char command[4096];
-        va_list arguments;
-        va_start(arguments, format);
+    [[gnu::format(printf, 2, 0)]] static int run_host(const char* mark, const char* format,
+                                                      va_list arguments) {
+        char command[8192];
         const int length = vsnprintf(command, sizeof command, format, arguments);
-        va_end(arguments);
         EXPECT_LT(length, int{sizeof command});
-        return current->run("$2", command).status;
+        return current->run(mark, command).status;
     }
 
-    static FILE* popen(const char* command, const char*) {
+    [[gnu::format(printf, 1, 2)]] static int system2(const char* format, ...) {
+        va_list arguments;
+        va_start(arguments, format);
+        const int status = run_host("$2", format, arguments);
+        va_end(arguments);
+        return status;
+    }
+
+    [[gnu::format(printf, 1, 2)]] static int system3(const char* format, ...) {
+        va_list arguments;
+        va_start(arguments, format);
+        const int status = run_host("$3", format, arguments);
+        va_end(arguments);
+        return status;
+    }
+
+    static FILE* popen(const char* command, const char* mode) {
         if (current->fails("popen")) return nullptr;
-        const std::string output = current->run("$<", command).output;
+        const bool writes = *mode == 'w';
+        const std::string output = current->run(writes ? "$>" : "$<", command).output;
         FILE* const pipe = fdopen(memfd_create("pipe", 0), "r+");
-        std::fwrite(output.data(), 1, output.size(), pipe);
+        if (!writes) std::fwrite(output.data(), 1, output.size(), pipe);
         std::rewind(pipe);
-        current->pipes_.insert(pipe);
+        current->pipes_.emplace(pipe, writes);
         return pipe;
     }
 
     static int pclose(FILE* pipe) {
-        EXPECT_EQ(1u, current->pipes_.erase(pipe)) << "pclose of what popen did not open";
+        const auto row = current->pipes_.extract(pipe);
+        EXPECT_TRUE(row) << "pclose of what popen did not open";
         expect_close_on_exec(fileno(pipe), "a pipe");
+        if (row && row.mapped()) current->inputs_.push_back(written_to(pipe));
         return std::fclose(pipe);
     }
 
@@ -95,8 +123,80 @@ struct Hooks {
         return file;
     }
 
+    static size_t fwrite(const void* bytes, size_t size, size_t count, FILE* stream) {
+        return std::fwrite(bytes, size, current->fails("fwrite") ? count / 2 : count, stream);
+    }
+
+    static int open(const char* path, int flags, mode_t mode) {
+        if (current->fails("open")) return -1;
+        const int fd = ::open(board::in_tree(path).c_str(), flags, mode);
+        if (fd != -1) expect_close_on_exec(fd, path);
+        return fd;
+    }
+
+    static ssize_t read(int fd, void* bytes, size_t size) {
+        return current->fails("read") ? -1 : ::read(fd, bytes, size);
+    }
+
+    static int unlink(const char* path) { return ::unlink(board::in_tree(path).c_str()); }
+
+    static int mkdir(const char* path, mode_t mode) {
+        if (current->fails("mkdir")) return -1;
+        char octal[16];
+        std::snprintf(octal, sizeof octal, "%04o", mode);
+        board::journal({"mkdir", path, octal});
+        return ::mkdir(board::in_tree(path).c_str(), mode);
+    }
+
+    static int socket(int, int, int) {
+        if (current->fails("socket")) return -1;
+        if (current->journal_sockets) board::journal({"socket"});
+        return *current->sockets_.insert(memfd_create("socket", 0)).first;
+    }
+
+    static int ioctl(int fd, unsigned long request, void* record) {
+        EXPECT_TRUE(current->sockets_.contains(fd)) << "ioctl without a socket";
+        if (current->fails("ioctl")) return -1;
+        if (const auto row = current->on_ioctl.find(request); row != current->on_ioctl.end())
+            return row->second(record);
+        const auto* const name = static_cast<const ifreq*>(record)->ifr_name;
+        errno = ENODEV;
+        if (request != SIOCGIFINDEX) return -1;
+        return board::interface_exists({name, strnlen(name, IFNAMSIZ)}) ? 0 : -1;
+    }
+
+    static int close(int fd) {
+        if (current->sockets_.erase(fd) != 0) {
+            expect_close_on_exec(fd, "a socket");
+            if (current->journal_sockets) board::journal({"close"});
+        }
+        return ::close(fd);
+    }
+
     static void* malloc(size_t size) {
-        return current->fails("malloc") ? nullptr : std::malloc(size);
+        if (current->fails("malloc")) return nullptr;
+        return *current->memory_.insert(std::malloc(size)).first;
+    }
+
+    static void* calloc(size_t count, size_t size) {
+        if (current->fails("malloc")) return nullptr;
+        return *current->memory_.insert(std::calloc(count, size)).first;
+    }
+
+    static void free(void* memory) {
+        EXPECT_TRUE(memory == nullptr || current->memory_.erase(memory) != 0)
+            << "free of what malloc did not give";
+        std::free(memory);
+    }
+
+    static time_t time(time_t* now) {
+        if (now != nullptr) *now = current->now;
+        return current->now;
+    }
+
+    static int usleep(useconds_t microseconds) {
+        board::journal({"usleep", std::to_string(microseconds)});
+        return 0;
     }
 
     static unsigned sleep(unsigned seconds) {
@@ -127,11 +227,24 @@ Board::Board() {
     divert("stderr", err_.stream());
     divert("system", Hooks::system);
     divert("system2", Hooks::system2);
+    divert("system3", Hooks::system3);
     divert("popen", Hooks::popen);
     divert("pclose", Hooks::pclose);
     divert("fopen", Hooks::fopen);
+    divert("fwrite", Hooks::fwrite);
+    divert("open", Hooks::open);
+    divert("read", Hooks::read);
+    divert("unlink", Hooks::unlink);
+    divert("mkdir", Hooks::mkdir);
+    divert("socket", Hooks::socket);
+    divert("ioctl", Hooks::ioctl);
+    divert("close", Hooks::close);
     divert("malloc", Hooks::malloc);
+    divert("calloc", Hooks::calloc);
+    divert("free", Hooks::free);
+    divert("time", Hooks::time);
     divert("sleep", Hooks::sleep);
+    divert("usleep", Hooks::usleep);
     divert("kill", Hooks::kill);
 }
 
@@ -145,13 +258,19 @@ Board::~Board() {
 void Board::TearDown() {
     EXPECT_EQ("", out()) << "printed, and not looked at";
     EXPECT_EQ("", err()) << "printed, and not looked at";
+    EXPECT_EQ(Lines{}, inputs()) << "written to a command, and not looked at";
+    expect_all_given_back();
+    for (const auto& [function, calls] : failures_)
+        EXPECT_EQ(0, calls) << function << " was not called until its failure";
+}
+
+void Board::expect_all_given_back() const {
     EXPECT_TRUE(pipes_.empty()) << "a pipe was left open";
+    EXPECT_TRUE(memory_.empty()) << "memory was not freed";
     EXPECT_EQ(descriptors_, open_descriptors()) << "a descriptor was left open";
     EXPECT_EQ(0, host().open_profiles);
     EXPECT_EQ(0, host().open_mac_tables);
     EXPECT_EQ(0, host().open_lists);
-    for (const auto& [function, calls] : failures_)
-        EXPECT_EQ(0, calls) << function << " was not called until its failure";
 }
 
 Lines Board::journal() const {

@@ -10,12 +10,13 @@
 //   }
 //
 // The journal holds every effect in order. Commands stand in it as their exact text after a mark
-// that names the runner: "$ " system, "$2 " system2, "$< " popen. Sleeps and signals
-// are "sleep 1" and "kill 1 15"; all other lines are the host's ("ifup ra0", "syslog 1 \"...\"").
+// that names the runner: "$ " system, "$2 " system2, "$3 " system3, "$< " and "$> " popen to read
+// and to write. Sleeps, signals and directories are "sleep 1", "usleep 1000", "kill 1 15" and
+// "mkdir /tmp/x 0744"; all other lines are the host's ("ifup ra0", "syslog 1 \"...\"").
 //
-// After each test the fixture checks that every descriptor, pipe, profile, MAC table and lock was
-// given back, that every stream was opened close-on-exec, that each failure asked for took place,
-// and that out() and err() have taken whatever the library printed.
+// After each test the fixture checks that all descriptors, pipes, memory, profiles, MAC tables and
+// locks were given back, that all was opened close-on-exec, that each failure asked for took
+// place, and that out(), err() and inputs() have taken whatever the library printed and wrote.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -92,8 +93,17 @@ protected:
     }
     std::function<Answer(const std::string& command)> on_command;
 
-    // Makes the library's nth call from now fail: of system, popen, fopen or malloc.
+    // Answers the library's ioctls by request number; what they return is ioctl's result. Without
+    // an answer a request fails, but SIOCGIFINDEX knows the board's interfaces.
+    std::map<unsigned long, std::function<int(void* request)>> on_ioctl;
+
+    bool journal_sockets = false;  // "socket" and "close" then stand in the journal
+
+    // Makes the library's nth call from now fail: of a function that Hooks lets fail, malloc
+    // standing for calloc too. failures_left(): the calls up to that one, 0 once it took place.
     void fail_nth(const std::string& function, int n) { failures_[function] = n; }
+    int failures_left(const std::string& function) const { return failures_.at(function); }
+    void fail_no_more() { failures_.clear(); }
 
     // Files of the board's tree, by board path. A missing file reads as "(none)".
     void write(std::string_view path, std::string_view text);
@@ -105,6 +115,13 @@ protected:
     std::string out() { return out_.take(); }
     std::string err() { return err_.take(); }
 
+    // What it wrote to commands since the last time.
+    Lines inputs() { return std::exchange(inputs_, {}); }
+
+    void expect_all_given_back() const;
+
+    int64_t now = 1'700'000'000;  // what the library's clock shows, in seconds since the epoch
+
 private:
     friend struct Hooks;
 
@@ -114,7 +131,10 @@ private:
     std::map<std::string, Answer> answers_;
     std::map<std::string, int> failures_;  // calls left up to the failing one
     std::vector<std::string> command_texts_;
-    std::set<FILE*> pipes_;
+    std::map<FILE*, bool> pipes_;  // whether it is written to
+    std::set<int> sockets_;
+    std::set<void*> memory_;
+    Lines inputs_;
     Output out_;
     Output err_;
     size_t descriptors_ = 0;

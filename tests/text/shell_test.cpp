@@ -4,10 +4,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <random>
 
 #include "live/tree.h"
 #include "platform/flash.h"
+#include "platform/wireless.h"
+#include "platform/wps.h"
 #include "support/board.h"
 #include "support/command.h"
 
@@ -90,20 +93,62 @@ TEST_P(RealShell, LeavesMixturesAsTheyAre) {
                             "{a,b}"});
 }
 
-// A boot variable's command as the library forms it, with both tools stood in for.
+// Every byte but those, in texts of at most that length.
+Lines all_bytes(size_t length, std::string_view without = "") {
+    Lines texts(1);
+    for (int byte = 1; byte < 256; ++byte) {
+        const char c = static_cast<char>(byte);
+        if (without.find(c) != without.npos) continue;
+        if (texts.back().size() == length) texts.emplace_back();
+        texts.back() += c;
+    }
+    return texts;
+}
+
+// A command of the journal as the library forms it, with a tool and a folder stood in for.
+std::string with(std::string_view other, std::string_view instead, std::string command) {
+    const size_t at = command.find(other);
+    EXPECT_NE(command.npos, at) << other << " is not in " << command;
+    return at == command.npos ? command : command.replace(at, other.size(), instead);
+}
+
 TEST_P(RealShell, SetsBootVariablesOfAnyBytes) {
-    const Lines names = random_texts(40, 20, "&=");
-    const Lines values = random_texts(40, 60, "&");
-    const std::string_view setter = "$ /sbin/uboot_env";
-    const std::string_view sink = "/sbin/mtd write - Config";
+    Lines names = random_texts(40, 20, "&=");
+    Lines values = random_texts(40, 60, "&");
+    for (const std::string& value : all_bytes(60, "&")) {
+        names.emplace_back("name");
+        values.push_back(value);
+    }
     for (size_t i = 0; i < names.size(); ++i) {
         clear_journal();
         set_bootconfig("set", (names[i] + "=" + values[i]).c_str());
-        std::string command = journal().at(0);
-        ASSERT_TRUE(command.starts_with(setter) && command.ends_with(sink));
-        command.replace(command.size() - sink.size(), sink.size(), "/bin/cat");
-        command.replace(0, setter.size(), kTool);
-        EXPECT_EQ((Lines{"-s", names[i] + "=" + values[i]}), run(command));
+        const std::string command = with("/sbin/mtd write - Config", "/bin/cat", journal().at(0));
+        EXPECT_EQ((Lines{"-s", names[i] + "=" + values[i]}),
+                  run(with("$ /sbin/uboot_env", kTool, command)));
+    }
+}
+
+TEST_P(RealShell, PutsSsidsOfAnyBytesBack) {
+    const harness::LibraryHook hook(
+        "iwconfig_client_get_essid", +[](const char*, char*) { return 0; });
+    for (const std::string& ssid : all_bytes(32)) {
+        std::copy(ssid.begin(), ssid.end() + 1, host().radios[0].bss[0].ssid);
+        clear_journal();
+        wireless_wps_stop("ra0");
+        EXPECT_EQ((Lines{"ra0", "set", "SSID=" + ssid}),
+                  run(with("$ /sbin/iwpriv", kTool, commands().at(1))));
+    }
+}
+
+TEST_P(RealShell, WritesIntoFilesOfAnyName) {
+    for (const std::string& name : all_bytes(31, "/")) {
+        station_list list = {};
+        std::copy(name.begin(), name.end(), list.ifname);
+        clear_journal();
+        EXPECT_EQ(1, wireless_api_get_station_list(&list));
+        const std::string command = with("/var/run/", board::root() + "/tmp/", commands().at(0));
+        EXPECT_EQ(Lines{}, run(with("$ /sbin/iwpriv", kTool, command)));
+        EXPECT_EQ(name + '\0' + "get_mac_table" + '\0', read("/tmp/station_table." + name));
     }
 }
 

@@ -65,18 +65,31 @@ TEST(Split, GivesEveryPieceEmptyOnesIncluded) {
 }
 
 TEST(LeadingDigits, StopAtTheFirstOtherCharacterAndAtTheLargestNumber) {
-    const std::pair<std::string_view, int32_t> rows[] = {
-        {"",                     0        },
-        {"x1",                   0        },
-        {"-1",                   0        },
-        {" 1",                   0        },
-        {"1x2",                  1        },
-        {"007",                  7        },
-        {"2147483647",           INT32_MAX},
-        {"2147483648",           INT32_MAX},
-        {"99999999999999999999", INT32_MAX}
+    const std::pair<std::string_view, uint64_t> rows[] = {
+        {"",                     0         },
+        {"x1",                   0         },
+        {"-1",                   0         },
+        {"1x2",                  1         },
+        {"007",                  7         },
+        {"18446744073709551615", UINT64_MAX},
+        {"18446744073709551616", UINT64_MAX}
     };
     for (const auto& [text, value] : rows) EXPECT_EQ(value, platform::leading_digits(text)) << text;
+}
+
+TEST(LeadingDecimal, TakesBlanksAndASignAndKeepsTheLowWord) {
+    const std::pair<std::string_view, int32_t> rows[] = {
+        {"",            0        },
+        {"x1",          0        },
+        {"- 1",         0        },
+        {" \t-45/-47",  -45      },
+        {"+7",          7        },
+        {"2147483647",  INT32_MAX},
+        {"-2147483648", INT32_MIN},
+        {"4294967297",  1        }
+    };
+    for (const auto& [text, value] : rows)
+        EXPECT_EQ(value, platform::leading_decimal(text)) << text;
 }
 
 }  // namespace

@@ -1,0 +1,171 @@
+// Every call to the system that an exported function makes fails, one after the other.
+#include <linux/wireless.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+
+#include "fault/calls.h"
+#include "host/state.h"
+#include "live/interfaces.h"
+#include "support/board.h"
+
+namespace {
+
+using fault::Call;
+using fault::kCalls;
+using harness::Lines;
+
+constexpr const char* kFaults[] = {"fopen",  "open",  "read",   "fwrite", "popen",
+                                   "socket", "ioctl", "malloc", "mkdir",  "system"};
+
+class FaultDeathTest : public harness::Board {
+protected:
+    FaultDeathTest() {
+        write("/proc/mtd",
+              "dev: size erasesize name\nmtd2: 00000040 00020000 \"Config\"\n"
+              "mtd3: 00009000 00020000 \"Factory\"\n");
+        write("/dev/mtd2", std::string(0x40, 'c'));
+        write("/dev/mtd3", std::string(0x9000, '\xFF'));
+        write("/etc_ro/wlan/MT7615_EEPROM.bin", std::string(0x9000, '\x22'));
+        write("/lib/firmware/other", "");
+        on_command = [this](const std::string& command) { return run_tool(command); };
+        on_ioctl = {
+            {0x8BE1, answer_object          },
+            {0x8BED, answer_survey          },
+            {0x89F3, read_register          },
+            {0x89F4, [](void*) { return 0; }}
+        };
+    }
+
+    // The board anew, as far as calls change it.
+    void prepare() {
+        host() = board::factory_state();
+        host().port_settings[1] = {"off", "", ""};
+        host().mac_filters[0] = {2, {board::filter_entry("00:11:22:33:44:55")}};
+        host().easymesh = host().sniff_port = host().iptv_config = 1;
+        host().radios[0].client.ssid = "upstream";
+        for (const char* directory : {"/tmp", "/var/run"}) remove(directory);
+        for (const char* ifname : {"ra0", "rai0", "apcli0"}) board::set_interface_up(ifname, true);
+        for (const char* key : {"wps_status.ra0", "wps_status.rai0"})
+            istatus_set_value_direct(key, "3");
+        write("/tmp/other", "");
+        write("/var/run/other", "");
+        write("/sys/devices/platform/10005000.pinctrl/mt_gpio",
+              "one\ntwo\n62:0 0 0 0 0 0 0 0 0\n63:0 0 0 0 0 0 0 0 0\n");
+        for (const char* path : harness::kProfilePath) write(path, "Default\n");
+        std::ranges::fill(output_, '#');
+        clear_journal();
+        fail_no_more();
+    }
+
+    int run(const Call& call) { return call.run(output_.data()); }
+
+    // How often a call that goes well uses a function of the system.
+    int uses(const Call& call, const char* function) {
+        prepare();
+        fail_nth(function, INT_MAX);
+        run(call);
+        const int left = failures_left(function);
+        drain();
+        return INT_MAX - left;
+    }
+
+    void expect_stands(const Call& call, const char* function, int n) {
+        prepare();
+        fail_nth(function, n);
+        if (call.ends &&
+            (std::strcmp(function, "socket") == 0 || std::strcmp(function, "ioctl") == 0)) {
+            EXPECT_EXIT(run(call), testing::ExitedWithCode(0), "socket: |ioctl: ");
+            return;
+        }
+        const bool failed = run(call) == call.failure;
+        EXPECT_EQ(0, failures_left(function)) << "not reached";
+        if (failed) {
+            EXPECT_TRUE(std::ranges::all_of(output_, [](char c) { return c == '#'; }))
+                << "output touched";
+        }
+        drain();
+        expect_all_given_back();
+    }
+
+    void drain() {
+        for (const std::string& line : journal()) EXPECT_FALSE(line.starts_with("error:")) << line;
+        out();
+        err();
+        inputs();
+        fail_no_more();
+    }
+
+private:
+    // What the shell would put into the file that a command names.
+    harness::Answer run_tool(const std::string& command) {
+        const size_t at = command.find(" > /");
+        if (at == command.npos) return "value=0x4\n";
+        const bool scans = command.find("scan_status") != command.npos;
+        write(command.substr(at + 3), scans ? "ra0 get_scan_status:0\n" : kDriverText);
+        return {};
+    }
+    static int answer_object(void* record) {
+        iw_point& data = static_cast<iwreq*>(record)->u.data;
+        if ((data.flags & 0x8000) != 0) return 0;
+        const uint32_t configured = 2;
+        std::memcpy(data.pointer, &configured, sizeof configured);
+        data.length = sizeof configured;
+        return 0;
+    }
+    static int answer_survey(void* record) {
+        iw_point& data = static_cast<iwreq*>(record)->u.data;
+        std::memset(data.pointer, '\n', std::min<size_t>(data.length, 64));
+        data.length = std::min<uint16_t>(data.length, 64);
+        return 0;
+    }
+    // An address table of one entry.
+    static int read_register(void* record) {
+        uint32_t words[4];
+        void* const data = static_cast<ifreq*>(record)->ifr_data;
+        std::memcpy(words, data, sizeof words);
+        words[3] = words[1] == 0x80 ? 0x6000 : words[1] == 0x8C ? 0xFF000010 : 4;
+        std::memcpy(data, words, sizeof words);
+        return 0;
+    }
+
+    static constexpr const char* kDriverText =
+        "V1\n"
+        "Ap Client Status : 1 -50\n"
+        "MAC                AID BSS PSM WMM MIMOPS  RSSI0 RSSI1 RSSI2 RSSI3 PhMd BW MCS\n"
+        "00:11:22:AA:BB:CC  1   0   0   1   3       -50   -51   -52   -53   HTMIX 40M 15\n";
+    std::vector<char> output_ = std::vector<char>(80000);
+};
+
+TEST(FaultCalls, AreOfEveryExportedFunction) {
+    std::ifstream file(GOLDEN_DIR "/../surface/exports.txt");
+    Lines exports(std::istream_iterator<std::string>(file), {});
+    std::erase_if(exports, [](const std::string& name) {
+        return name == "module_list" || name == "platform_drv";
+    });
+    Lines called;
+    for (const Call& call : kCalls) called.push_back(call.name);
+    EXPECT_EQ(exports, called);
+}
+
+TEST_F(FaultDeathTest, EveryFunctionStandsEveryFailure) {
+    int points = 0;
+    for (const Call& call : kCalls)
+        for (const char* function : kFaults) {
+            const int count = uses(call, function);
+            points += count;
+            for (int n = 1; n <= count; ++n) {
+                SCOPED_TRACE(testing::Message() << call.name << ": " << function << ' ' << n);
+                expect_stands(call, function, n);
+            }
+        }
+    prepare();
+    std::cout << std::size(kCalls) << " functions, " << points << " failures\n";
+    EXPECT_LE(400, points);
+}
+
+}  // namespace

@@ -1,0 +1,198 @@
+// LEDs: every entry point, the silent hours, the switch between normal and silent.
+#include <unistd.h>
+
+#include <cstring>
+
+#include "platform/flash.h"
+#include "platform/gpio.h"
+#include "support/board.h"
+
+namespace {
+
+using harness::Lines;
+
+constexpr const char* kPins = "/sys/devices/platform/10005000.pinctrl/mt_gpio";
+const Lines kPortsOn = {"$2 switch reg w 7c10 11111111", "$2 switch reg w 7c14 11110110",
+                        "$2 switch reg w 7c18 00000111"};
+const Lines kPortsOff = {"$2 switch reg w 7c10 11011111", "$2 switch reg w 7c14 10110000",
+                         "$2 switch reg w 7c18 00000110"};
+
+class Leds : public harness::Board {
+protected:
+    Leds() {
+        written.clear();
+        int (*const record)(const char*, const char*) = [](const char* path, const char* text) {
+            written.push_back(path == std::string(kPins) ? text : path);
+            return 3;
+        };
+        hook_ = std::make_unique<harness::LibraryHook>("write_file", record);
+    }
+
+    inline static Lines written;  // to the pin file, whose result is 3
+
+private:
+    std::unique_ptr<harness::LibraryHook> hook_;
+};
+
+struct LedRow {
+    const char* name;
+    int (*call)();
+    int result;
+    Lines written;
+    Lines commands;
+};
+void PrintTo(const LedRow& row, std::ostream* out) {
+    *out << row.name;
+}
+
+class LedEntry : public Leds, public testing::WithParamInterface<LedRow> {};
+
+// Run LED 18, Wi-Fi LEDs 21 and none, USB LEDs 23, none and 24; the radios' list is 1, 7, 0.
+TEST_P(LedEntry, DrivesItsPins) {
+    host().hw.wl_led[1].gpio = -1;
+    std::strcpy(host().hw.wl_led[0].driven, "driver");
+    host().hw.usb_count = 3;
+    host().hw.usb_led_gpio[2] = 24;
+    host().wl_modes = {1, 7, 0};
+    EXPECT_EQ(GetParam().result, GetParam().call());
+    EXPECT_EQ(GetParam().written, written);
+    EXPECT_EQ(GetParam().commands, journal());
+}
+
+const LedRow kLedRows[] = {
+    {"TurnOn",             [] { return turn_led(7, 1); },                   3,  {"out 7 0"},              {}       },
+    {"TurnOnByAnyNumber",  [] { return turn_led(7, 5); },                   3,  {"out 7 0"},              {}       },
+    {"TurnOff",            [] { return turn_led(7, 0); },                   3,  {"out 7 1"},              {}       },
+    {"Run",                [] { return platform_run_led_control(1); },      3,  {"out 18 0"},             {}       },
+    {"RadioWithoutPin",    [] { return platform_wl_led_control(0, 1); },    -1, {},                       {}       },
+    {"RadioOfAnotherMode", [] { return platform_wl_led_control(1, 1); },    7,  {},                       {}       },
+    {"Radio",              [] { return platform_wl_led_control(2, 0); },    3,  {"out 21 1"},             {}       },
+    {"RadioBeyondTheList", [] { return platform_wl_led_control(3, 0); },    -1, {},                       {}       },
+    {"RadioBeforeTheList", [] { return platform_wl_led_control(-1, 0); },   -1, {},                       {}       },
+    {"AllRadios",          [] { return platform_all_wl_led_control(1); },   -1, {"out 21 0"},             {}       },
+    {"Usb",                [] { return platform_usb_led_control(0, 1); },   3,  {"out 23 0"},             {}       },
+    {"UsbWithoutPin",      [] { return platform_usb_led_control(1, 1); },   -1, {},                       {}       },
+    {"UsbBeyondTheRecord", [] { return platform_usb_led_control(18, 1); },  -1, {},                       {}       },
+    {"UsbBeforeTheRecord", [] { return platform_usb_led_control(-1, 1); },  -1, {},                       {}       },
+    {"AllUsb",             [] { return platform_all_usb_led_control(0); },  3,  {"out 23 1", "out 24 1"}, {}       },
+    {"Lan",                [] { return platform_lan_led_control(2, 1); },   0,  {},                       kPortsOn },
+    {"AllLan",             [] { return platform_all_lan_led_control(0); },  0,  {},                       kPortsOff},
+    {"AllWan",             [] { return platform_all_wan_led_control(-1); }, 0,  {},                       kPortsOn },
+    {"Nothing",
+     [] {
+         platform_power_led_control(1);
+         platform_wan_led_control(1, 1);
+         platform_init_led_control(1);
+         gpio_set_led();
+         return stop_runled() + start_runled() + set_usbled();
+     },                                                                     0,
+     {},
+     {}                                                                                                            },
+};
+INSTANTIATE_TEST_SUITE_P(, LedEntry, testing::ValuesIn(kLedRows), harness::CaseName());
+
+TEST_F(Leds, BothRadiosAndNoUsb) {
+    EXPECT_EQ(3, platform_all_wl_led_control(0));
+    EXPECT_EQ((Lines{"out 21 1", "out 22 1"}), written);
+    host().hw.usb_count = 0;
+    EXPECT_EQ(0, platform_all_usb_led_control(1));
+    host().hw.run_led_gpio = -1;
+    EXPECT_EQ(-1, platform_run_led_control(1));
+    EXPECT_EQ(2u, written.size());
+}
+
+TEST_F(Leds, TheRunLedBlinksUnlessToldOtherwise) {
+    char operation[32];
+    std::memset(operation, '#', sizeof operation);
+    EXPECT_EQ(0, get_run_led_op(operation));
+    EXPECT_STREQ("blink", operation);
+    EXPECT_EQ(0, set_run_led_op("wps"));
+    EXPECT_EQ(0, get_run_led_op(operation));
+    EXPECT_STREQ("wps", operation);
+    EXPECT_EQ(0, set_run_led_op("a text of more than thirty-one characters"));
+    EXPECT_EQ(0, get_run_led_op(operation));
+    EXPECT_STREQ("a text of more than thirty-one ", operation);
+}
+
+TEST_F(Leds, WpsIsTheStateBeforeSilence) {
+    host().led_silence.mode = 1;
+    EXPECT_EQ(2, get_run_led_state());
+    set_run_led_op("wps");
+    EXPECT_EQ(1, get_run_led_state());
+    set_run_led_op("wpsx");
+    EXPECT_EQ(2, get_run_led_state());
+    host().led_silence.mode = 0;
+    EXPECT_EQ(0, get_run_led_state());
+}
+
+TEST_F(Leds, SilentHoursMayCrossMidnight) {
+    // Mode, start, end, hours of silence from hour 0 on.
+    const std::tuple<uint32_t, uint32_t, uint32_t, const char*> rows[] = {
+        {2, 22, 6,  "111111----------------11"},
+        {2, 6,  22, "------1111111111111111--"},
+        {9, 5,  5,  "111111111111111111111111"},
+        {2, 0,  1,  "1-----------------------"},
+        {2, 23, 0,  "-----------------------1"},
+        {1, 6,  7,  "111111111111111111111111"},
+        {0, 0,  24, "------------------------"},
+    };
+    for (const auto& [mode, start, end, silent] : rows) {
+        host().led_silence = {mode, start, end};
+        std::string states;
+        for (int hour = 0; hour < 24; ++hour) {
+            now = 1'700'006'400 + hour * 3600 + hour * 150;  // from a midnight on
+            states += get_run_led_state() == 2 ? '1' : '-';
+        }
+        EXPECT_EQ(silent, states) << mode << ' ' << start << ' ' << end;
+    }
+}
+
+class Silence : public Leds {
+protected:
+    static Lines applied(const char* operation, const Lines& ports) {
+        Lines lines = {"wireless_set_led ra0 -1", "wireless_set_led rai0 -1",
+                       std::string("$2 led_ctl set run ") + operation, "$2 led_ctl update"};
+        lines.insert(lines.end(), ports.begin(), ports.end());
+        return lines;
+    }
+    void expect_update(int force, int on, const Lines& lines) {
+        clear_journal();
+        EXPECT_EQ(0, update_led_silent_control(force, on));
+        EXPECT_EQ(lines, journal());
+    }
+};
+
+TEST_F(Silence, IsAppliedWhenItChangesOrIsForced) {
+    const Lines on = applied("slow", kPortsOn);
+    const Lines off = applied("off", kPortsOff);
+    expect_update(1, 1, on);
+    expect_update(0, 1, {});
+    expect_update(0, 0, off);
+    expect_update(0, 0, {});
+    expect_update(1, 0, off);
+    expect_update(0, 2, on);
+    expect_update(0, 1, on);
+    expect_update(0, 1, {});
+    answer("led_ctl update", 1);
+    expect_update(1, 1, on);
+}
+
+TEST_F(Silence, DoesNotReachTheFactoryTestMode) {
+    expect_update(1, 1, applied("slow", kPortsOn));
+    write("/tmp/factory_default_mode", "");
+    expect_update(1, 0, {});
+    remove("/tmp/factory_default_mode");
+    expect_update(0, 1, {});
+}
+
+using SilenceDeathTest = Silence;
+TEST_F(SilenceDeathTest, AProcessStartsWithTheLedsOn) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto first_call = [this] {
+        update_led_silent_control(0, 1);
+        _exit(journal().empty() ? 0 : 1);
+    };
+    EXPECT_EXIT(first_call(), testing::ExitedWithCode(0), "");
+}
+
+}  // namespace
