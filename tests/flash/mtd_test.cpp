@@ -27,33 +27,24 @@ protected:
 };
 
 TEST_F(Mtd, SizeIsThatOfTheFirstLineWithTheWholeName) {
-    for (const auto& [name, size] : {
-             std::pair("Config", 0x20U),
-             {"Config2",                           0x40000U   },
-             {"Bootloader",                        0x80000U   },
-             {"Conf",                              0U         },
-             {"onfig",                             0U         },
-             {"config",                            0U         },
-             {"name",                              0U         },
-             {"",                                  0U         },
-             {"twenty-nine characters long..",     0xFFFFFFFFU},
-             {"thirty characters and too long",    0U         },
-             {"thirty characters and too long!!",  0U         },
-             {"thirty characters and too long\"!", 0U         }
-    })
-        EXPECT_EQ(size, mtd_get_size(name)) << name;
+    EXPECT_EQ(0x20U, mtd_get_size("Config"));
+    EXPECT_EQ(0x40000U, mtd_get_size("Config2"));
+    EXPECT_EQ(0xFFFFFFFFU, mtd_get_size("twenty-nine characters long.."));
+    for (const char* name :
+         {"Conf", "onfig", "config", "name", "", "thirty characters and too long",
+          "thirty characters and too long!!", "thirty characters and too long\"!",
+          static_cast<const char*>(nullptr)})
+        EXPECT_EQ(0U, mtd_get_size(name)) << name;
     EXPECT_EQ(0x20U, get_config_region_size());
-    EXPECT_EQ(0U, mtd_get_size(nullptr));
 }
 
 TEST_F(Mtd, ATableThatSaysNoSizeGivesNone) {
-    const std::string header = "dev:    size   erasesize  name\n";
-    for (const char* rows : {"", "mtd0:\"Config\"\n", "mtd0: 0004", "mtd0: zz 1 \"Config\"\n"}) {
-        write("/proc/mtd", header + rows);
-        EXPECT_EQ(0U, mtd_get_size("Config")) << rows;
+    for (const char* rows : {"", "mtd0:\"Config\"\n", "mtd0: 0004", "mtd0: zz 1 \"Config\"\n",
+                             "mtd0: 0004 0002 \"Config\""}) {
+        write("/proc/mtd", std::string("dev:    size   erasesize  name\n") + rows);
+        EXPECT_EQ(std::string_view(rows).ends_with("2 \"Config\"") ? 4U : 0U,
+                  mtd_get_size("Config"));
     }
-    write("/proc/mtd", header + "mtd0: 0004 0002 \"Config\"");
-    EXPECT_EQ(4U, mtd_get_size("Config"));
 }
 
 TEST_F(Mtd, AMissingTableIsToldApartFromAMissingName) {
@@ -75,24 +66,17 @@ TEST_F(Mtd, OpensTheDeviceWithTheFlagsAsked) {
 }
 
 TEST_F(Mtd, ReadsFromAnOffsetAndCountsWhatThereWas) {
-    struct Row {
-        int offset, length;
-        const char* bytes;
-        const char* message;
+    const std::tuple<int, int, std::string, const char*> kRows[] = {
+        {16, 8,  "01234567", ""                             },
+        {30, 4,  "EF",       "offset:0000001e, n=2,len=4\n" },
+        {64, 16, "",         "offset:00000040, n=0,len=16\n"},
+        {0,  0,  "",         ""                             },
     };
-    for (const Row& row : {
-             Row{16, 8,  "01234567", ""                                                      },
-             {30, 4,  "EF",       "mtd_readbuf error Config:offset:0000001e, n=2,len=4\n" },
-             {32, 1,  "",         "mtd_readbuf error Config:offset:00000020, n=0,len=1\n" },
-             {64, 16, "",         "mtd_readbuf error Config:offset:00000040, n=0,len=16\n"},
-             {0,  0,  "",         ""                                                      }
-    }) {
+    for (const auto& [offset, length, bytes, message] : kRows) {
         std::string buffer(20, '#');
-        const std::string expected = row.bytes;
-        EXPECT_EQ(static_cast<int>(expected.size()),
-                  read_config(buffer.data(), row.offset, row.length));
-        EXPECT_EQ(expected + std::string(20 - expected.size(), '#'), buffer);
-        EXPECT_EQ(row.message, err());
+        EXPECT_EQ(static_cast<int>(bytes.size()), read_config(buffer.data(), offset, length));
+        EXPECT_EQ(bytes + std::string(20 - bytes.size(), '#'), buffer);
+        EXPECT_EQ(*message ? std::string("mtd_readbuf error Config:") + message : "", err());
     }
 }
 
@@ -132,12 +116,9 @@ TEST_F(Mtd, AToolThatCannotStartIsReported) {
 }
 
 TEST_F(Mtd, AToolThatDiesEarlyDoesNotTakeUsWithIt) {
-    FILE* (*const die)(const char*, const char*) = [](const char*, const char* mode) {
-        return popen("exec true", mode);
-    };
-    int (*const bury)(FILE*) = [](FILE* pipe) { return pclose(pipe); };
-    const harness::LibraryHook open_hook("popen", die);
-    const harness::LibraryHook close_hook("pclose", bury);
+    const harness::LibraryHook open_hook(
+        "popen", +[](const char*, const char* mode) { return popen("exec true", mode); });
+    const harness::LibraryHook close_hook("pclose", pclose);
     const std::string much(1 << 20, 'x');
     EXPECT_EQ(0, mtd_writebuf(much.data(), 0, static_cast<int>(much.size()), "Config"));
     sigset_t pending;
@@ -146,16 +127,13 @@ TEST_F(Mtd, AToolThatDiesEarlyDoesNotTakeUsWithIt) {
 }
 
 TEST_F(Mtd, DeviceNamesAreCopiedWithinTheirSize) {
-    for (const auto& [size, expected] : {
-             std::pair(8, "Config\0#"),
-             {7, "Config\0#"},
-             {4, "Con\0####"},
-             {1, "\0#######"},
-             {0, "########" }
-    }) {
+    for (const size_t size : {8U, 7U, 4U, 1U, 0U}) {
+        std::string expected = std::string("Config").substr(0, size > 0 ? size - 1 : 0);
+        if (size > 0) expected += '\0';
+        expected.resize(8, '#');
         std::string buffer(8, '#');
-        EXPECT_EQ(1, get_kdx_devname("Config", buffer.data(), size));
-        EXPECT_EQ(std::string(expected, 8), buffer) << size;
+        EXPECT_EQ(1, get_kdx_devname("Config", buffer.data(), static_cast<int>(size)));
+        EXPECT_EQ(expected, buffer) << size;
     }
 }
 

@@ -16,9 +16,9 @@ protected:
     static std::string list(size_t count) {
         std::string text = "AccessControlList0=";
         for (size_t i = 0; i < count; ++i) {
-            constexpr const char* kDigits = "0123456789ABCDEF";
-            text += "00:1A:FF:00:00:";
-            text += {kDigits[i / 16], kDigits[i % 16], ';'};
+            char address[20];
+            std::snprintf(address, sizeof address, "00:1A:FF:00:00:%02X;", unsigned(i % 256));
+            text += address;
         }
         return text;
     }
@@ -26,7 +26,7 @@ protected:
 
 TEST_F(AccessKeys, ListIsCutAfter227Addresses) {
     const std::string overflow = "syslog 1 \"Error:MAC Buf Overflow : 4086\"\n";
-    for (const size_t count : {0u, 1u, 226u, 227u, 228u, 500u}) {
+    for (const size_t count : {0u, 226u, 227u, 228u}) {
         filter(count);
         clear_journal();
         apply(0);

@@ -1,132 +1,75 @@
 // The walk through the switch's address table, wired stations, deleting.
-#include <algorithm>
+#include <climits>
+#include <tuple>
 
 #include "frame/host.h"
 #include "switch/switch_board.h"
 
 namespace {
 
-using harness::AddressTable;
 using harness::Lines;
 
-AddressTable::Row station(uint8_t last, uint32_t port_map, uint32_t age = 0xFF) {
-    return AddressTable::learnt({0x00, 0x9F, 0x33, 0x01, 0x02, last}, port_map, age);
+// The address 00:9F:33:01:02:last, or another first byte.
+harness::AddressTable::Row station(uint32_t last, uint32_t port_map, uint32_t age = 0xFF,
+                                   uint32_t first = 0) {
+    return {first << 24 | 0x009F3301, 0x020000A5 | last << 16, age << 24 | port_map << 4};
 }
 
 class MacTable : public harness::SwitchBoard {
 protected:
-    // The last bytes of the addresses that a walk stores, in a text.
-    std::string walk(int capacity = 8, int mask = 0x7F) {
-        std::vector<switch_mac_entry> entries(static_cast<size_t>(std::max(capacity, 1)));
-        std::string lasts;
-        const int count = mt753x_get_all_macentry(entries.data(), capacity, mask);
-        for (size_t i = 0; i < static_cast<size_t>(count); ++i)
-            lasts += harness::hexadecimal(entries[i].mac[5]) + ' ';
-        return lasts;
+    int walk(int capacity, int mask) {
+        return mt753x_get_all_macentry(entries.data(), capacity, mask);
     }
-    long pauses(const std::string& line) const {
-        const Lines lines = journal();
-        return std::ranges::count(lines, line);
-    }
-    // A table that goes on and on, with the pauses alone in the journal.
-    void fill(size_t count) {
-        journal_registers = journal_sockets = false;
-        for (size_t i = 0; i < count; ++i) table.rows.push_back(station(1, 1));
-    }
+    std::vector<switch_mac_entry> entries = std::vector<switch_mac_entry>(4096);
 };
 
-TEST_F(MacTable, AnEmptyTableIsOnePoll) {
-    EXPECT_EQ("", walk());
-    EXPECT_EQ((Lines{"socket", "reg 80 8004", "reg 80", "close"}), journal());
-}
-
 TEST_F(MacTable, EntriesAreReadInOrderWithTheirPauses) {
-    table.rows = {station(1, 0x02), station(2, 0x41)};
-    table.rows[1].busy = 1;
-    std::vector<switch_mac_entry> entries(4);
-    std::memset(entries.data(), '#', 4 * sizeof(switch_mac_entry));
-    EXPECT_EQ(2, mt753x_get_all_macentry(entries.data(), 4, 0x7F));
+    table.rows = {station(1, 0x02), station(3, 0x01, 0), station(2, 0x41)};
+    table.rows[2].busy = 1;
+    table.end_with_last = true;
+    std::memset(entries.data(), '#', 4 * sizeof entries[0]);
+    EXPECT_EQ(2, walk(4, 0x7F));
     EXPECT_EQ(
         0, std::memcmp(entries.data(),
                        "\x00\x9F\x33\x01\x02\x01\xA5\x02\x00\x9F\x33\x01\x02\x02\xA5\x41###", 19));
+    // The aged entry is passed over at once.
     EXPECT_EQ((Lines{"socket", "reg 80 8004", "reg 80", "reg 8c", "reg 84", "reg 88", "reg 80 8005",
-                     "usleep 1000", "reg 80", "usleep 5000", "reg 80", "reg 8c", "reg 84", "reg 88",
-                     "reg 80 8005", "usleep 1000", "reg 80", "close"}),
+                     "usleep 1000", "reg 80", "reg 8c", "reg 80 8005", "reg 80", "usleep 5000",
+                     "reg 80", "reg 8c", "reg 84", "reg 88", "close"}),
               journal());
-}
-
-TEST_F(MacTable, AnEntryWithTheEndBitIsTheLast) {
-    table.rows = {station(1, 1)};
-    table.end_with_last = true;
-    EXPECT_EQ("1 ", walk());
-    EXPECT_EQ((Lines{"socket", "reg 80 8004", "reg 80", "reg 8c", "reg 84", "reg 88", "close"}),
-              journal());
-}
-
-TEST_F(MacTable, AnAgedEntryIsPassedOverAtOnce) {
-    table.rows = {station(1, 1, 0), station(2, 1)};
-    table.end_with_last = true;
-    EXPECT_EQ("2 ", walk());
-    EXPECT_EQ((Lines{"socket", "reg 80 8004", "reg 80", "reg 8c", "reg 80 8005", "reg 80", "reg 8c",
-                     "reg 84", "reg 88", "close"}),
-              journal());
-}
-
-TEST_F(MacTable, OnlyUnicastAddressesOfTheMaskAreStored) {
-    table.rows = {station(1, 0x01), station(2, 0x10), station(3, 0x40),
-                  AddressTable::learnt({0x01, 0, 0x5E, 0, 0, 4}, 0x01), station(5, 0x11)};
-    EXPECT_EQ("1 2 3 5 ", walk());
-    EXPECT_EQ("1 5 ", walk(8, 0x0F));
-    EXPECT_EQ("3 ", walk(8, 0x40));
-    EXPECT_EQ("", walk(8, 0));
 }
 
 TEST_F(MacTable, StopsAtTheCapacityAndWarns) {
     table.rows = {station(1, 1), station(2, 1), station(3, 1)};
-    EXPECT_EQ("1 2 ", walk(2));
-    EXPECT_EQ("", walk(0));
-    clear_journal();
+    EXPECT_EQ(2, walk(2, 0x7F));
+    EXPECT_EQ(0, walk(0, 0x7F));
     journal_registers = false;
-    switch_mac_entry entries[4];
-    EXPECT_EQ(3, ethswitch_get_all_macentry(entries, 4, 0x7F));
-    EXPECT_EQ("", err());
-    EXPECT_EQ(3, ethswitch_get_all_macentry(entries, 3, 0x7F));
-    EXPECT_EQ("Warning:need more switch entry buffer\n", err());
-    const Lines once = {"lock switch", "socket", "usleep 1000",  "usleep 1000",
-                        "usleep 1000", "close",  "unlock switch"};
-    Lines twice = once;
-    twice.insert(twice.end(), once.begin(), once.end());
-    EXPECT_EQ(twice, journal());
-}
-
-TEST_F(MacTable, PausesWhileBusy) {
-    table.rows = {station(1, 1)};
-    table.rows[0].busy = 40;
-    EXPECT_EQ("1 ", walk());
-    EXPECT_EQ(40, pauses("usleep 5000"));
-}
-
-TEST_F(MacTable, WalksAtMost2046Entries) {
-    fill(2048);
-    std::vector<switch_mac_entry> entries(4096);
-    EXPECT_EQ(2046, mt753x_get_all_macentry(entries.data(), 4096, 0x7F));
-    EXPECT_EQ(Lines(2045, "usleep 1000"), journal());
+    for (const int capacity : {4, 3}) {
+        clear_journal();
+        EXPECT_EQ(3, ethswitch_get_all_macentry(entries.data(), capacity, 0x7F));
+        EXPECT_EQ(capacity == 4 ? "" : "Warning:need more switch entry buffer\n", err());
+        EXPECT_EQ(under_lock({"socket", "usleep 1000", "usleep 1000", "usleep 1000", "close"}),
+                  journal());
+    }
 }
 
 TEST_F(MacTable, ABrokenTableDoesNotHoldUsForEver) {
-    fill(1);
-    table.never_presents = true;
-    EXPECT_EQ("", walk());
-    EXPECT_EQ(Lines(2000, "usleep 5000"), journal());
-    clear_journal();
-    table.never_presents = false;
+    journal_registers = journal_sockets = false;
     table.never_ends = true;
-    EXPECT_EQ("", walk(8, 0));
-    EXPECT_EQ(Lines(2045, "usleep 1000"), journal());
-    clear_journal();
-    table.rows = {station(1, 1, 0)};
-    EXPECT_EQ("", walk());
-    EXPECT_EQ(Lines{}, journal());
+    const std::tuple<uint32_t, int, int, int, Lines> kRows[] = {
+  // Age, polls, mask, stored, pauses.
+        {0xFF,            0,          0x7F, 2046,         Lines(2045,  "usleep 1000")},
+        {0xFF,               0,                      0,           0, Lines(2045, "usleep 1000")},
+        {0xFF, INT_MAX,           0x7F,            0,                 Lines(2000,              "usleep 5000")},
+        {0,     0, 0x7F,     0, {}},
+    };
+    for (const auto& [age, polls, mask, stored, pauses] : kRows) {
+        clear_journal();
+        table.rows = {station(1, 1, age)};
+        table.rows[0].busy = polls;
+        EXPECT_EQ(stored, walk(4096, mask));
+        EXPECT_EQ(pauses, journal());
+    }
 }
 
 class WiredStations : public MacTable {
@@ -139,7 +82,7 @@ protected:
 
 TEST_F(WiredStations, AreListedWithTheirUserPort) {
     table.rows = {station(1, 0x01), station(2, 0x0C), station(3, 0x10),
-                  station(4, 0x20), station(5, 0x18), AddressTable::learnt({1, 0, 0, 0, 0, 6}, 1)};
+                  station(4, 0x20), station(5, 0x18), station(6, 0x01, 0xFF, 1)};
     wired_station_list list = {};
     EXPECT_EQ(3, apcp_get_stalist_from_ethswitch(&list));
     std::string listed;
@@ -149,20 +92,9 @@ TEST_F(WiredStations, AreListedWithTheirUserPort) {
     EXPECT_EQ("1:1@4 1:2@2 1:5@1 ", listed);
     EXPECT_EQ(6, apcp_get_stalist_from_ethswitch(&list));
     free_all_list(&list, nullptr);
-    clear_journal();
-}
-
-TEST_F(WiredStations, SwitchPortsWithoutAUserPortAreSkipped) {
-    host().lan_switch_ports = {0, 1};
-    host().hw.lan_port_count = 3;
-    table.rows = {station(1, 0x04), station(2, 0x08), station(3, 0x02)};
-    EXPECT_EQ(2, ethswitch_get_port_num("00:9F:33:01:02:03"));
-    EXPECT_EQ(-1, ethswitch_get_port_num("00:9F:33:01:02:01"));
-    EXPECT_EQ(-1, ethswitch_get_port_num("00:9F:33:01:02:02"));
 }
 
 TEST_F(WiredStations, WithoutMemoryThereAreNone) {
-    table.rows = {station(1, 0x01)};
     wired_station_list list = {};
     fail_nth("malloc", 1);
     EXPECT_EQ(0, apcp_get_stalist_from_ethswitch(&list));
@@ -181,13 +113,15 @@ TEST_F(WiredStations, PortOfAnAddressIsThatOfTheFirstMatch) {
     EXPECT_EQ(-1, ethswitch_get_port_num("00:9F:33:01:02:02"));
     EXPECT_EQ(0, ethswitch_search_mac_table("00:9F:33:01:02:02"));
     EXPECT_EQ(-1, ethswitch_get_port_num(nullptr));
+    host().lan_switch_ports = {1};  // switch port 0 is then no user's
+    EXPECT_EQ(1, ethswitch_get_port_num("00:9F:33:01:02:AB"));
 }
 
 TEST_F(WiredStations, LinkOfAnAddressTakesTheLockTwice) {
     table.rows = {station(1, 0x01)};
     table.end_with_last = true;
     for (const int up : {4, 0}) {
-        phy(0, 1, {up});
+        phys[phy_read(0, 1)] = {up};
         clear_journal();
         EXPECT_EQ(up != 0, ethswitch_get_mac_port_link("00:9F:33:01:02:01"));
         const Lines lines = journal();
@@ -200,9 +134,7 @@ TEST_F(WiredStations, LinkOfAnAddressTakesTheLockTwice) {
     EXPECT_EQ((Lines{"lock switch", "unlock switch"}), journal());
 }
 
-class MacEdit : public harness::SwitchBoard {};
-
-TEST_F(MacEdit, DeletesTextsAndRawBytesAlike) {
+TEST_F(MacTable, DeletesTextsAndRawBytesAlike) {
     for (const auto& [address, digits] : {
              std::pair("00:1a:2B:3c:4D:5e", "001A2B3C4D5E"),
              {"00-1A-2B-3C-4D-5E",        "001A2B3C4D5E"},
@@ -211,7 +143,6 @@ TEST_F(MacEdit, DeletesTextsAndRawBytesAlike) {
              {"00:1A:2B",                 "001A2B000000"},
              {"00:1A:xx:3C:4D:5E",        "001A00000000"},
              {"01:02-03:04:05:06",        "010200000000"},
-             {"\xFF\xFF\xFF\xFF\xFF\xFF", "FFFFFFFFFFFF"}
     }) {
         clear_journal();
         EXPECT_EQ(0, ethswitch_del_mac(address));
@@ -220,11 +151,6 @@ TEST_F(MacEdit, DeletesTextsAndRawBytesAlike) {
     clear_journal();
     EXPECT_EQ(0, ethswitch_del_mac(nullptr));
     EXPECT_EQ(Lines{}, journal());
-}
-
-TEST_F(MacEdit, FlushesByTheTool) {
-    EXPECT_EQ(0, ethswitch_clear_mactable());
-    EXPECT_EQ(under_lock({"$ switch clear"}), journal());
 }
 
 }  // namespace

@@ -8,14 +8,13 @@ using harness::Lines;
 class Vlans : public harness::SwitchBoard {
 protected:
     // The commands; the messages are the same texts, but for one blank.
-    void expect_vlans(const Lines& lan, const Lines& wan, const char* map1, const char* map2) {
-        const std::string set1 = std::string("1 1 ") + map1;
-        const std::string set2 = std::string("2 2 ") + map2;
+    void expect_vlans(const char* lan, const char* wan, const std::string& map1,
+                      const std::string& map2) {
         Lines commands;
         std::string messages;
-        const auto join = [&](const Lines& ports, const char* vlan) {
-            for (const std::string& port : ports) {
-                const std::string command = "switch vlan pvid " + port + vlan;
+        const auto join = [&](std::string_view ports, const char* vlan) {
+            for (const char port : ports) {
+                const std::string command = std::string("switch vlan pvid ") + port + vlan;
                 commands.push_back("$2 " + command);
                 messages += command + '\n';
             }
@@ -23,40 +22,33 @@ protected:
         join(lan, " 1");
         messages += "=========> VLAN_INIT\n";
         join(wan, " 2");
-        commands.push_back("$2 switch vlan set " + set1);
-        commands.push_back("$2 switch vlan  set " + set2);
+        commands.push_back("$2 switch vlan set 1 1 " + map1);
+        commands.push_back("$2 switch vlan  set 2 2 " + map2);
         EXPECT_EQ(commands, journal());
-        EXPECT_EQ(messages + "switch vlan  set " + set1 + "\nswitch vlan  set " + set2 + "\n",
-                  err());
+        EXPECT_EQ(
+            messages + "switch vlan  set 1 1 " + map1 + "\nswitch vlan  set 2 2 " + map2 + "\n",
+            err());
         clear_journal();
     }
 };
 
-TEST_F(Vlans, SplitLanFromWan) {
-    EXPECT_EQ(0, reinit_vlan());
-    expect_vlans({"0", "1", "2", "3"}, {"4"}, "11110010", "00001100");
-    EXPECT_EQ(0, set_iptv_system(0));
-    expect_vlans({"0", "1", "2", "3"}, {"4"}, "11110010", "00001100");
-}
-
-TEST_F(Vlans, IptvMovesItsPortToTheWan) {
+TEST_F(Vlans, SplitLanFromWanAndIptvMovesItsPort) {
     host().lan_switch_ports = {3, 2, 1, 0};
     host().hw.iptv_port = 1;
+    EXPECT_EQ(0, set_iptv_system(0));
+    expect_vlans("3210", "4", "11110010", "00001100");
     EXPECT_EQ(0, set_iptv_system(5));
-    expect_vlans({"2", "1", "0"}, {"4", "3"}, "11100010", "00011100");
-    host().iptv_config = 1;
-    EXPECT_EQ(0, reinit_vlan());
-    expect_vlans({"2", "1", "0"}, {"4", "3"}, "11100010", "00011100");
-    host().iptv_config = 2;
-    EXPECT_EQ(0, reinit_vlan());
-    expect_vlans({"3", "2", "1", "0"}, {"4"}, "11110010", "00001100");
-}
-
-TEST_F(Vlans, WithoutAnIptvPortThereIsNoIptv) {
-    for (const int port : {-1, 9}) {
-        host().hw.iptv_port = port;
+    expect_vlans("210", "43", "11100010", "00011100");
+    for (const int iptv : {0, 1, 2}) {
+        host().iptv_config = iptv;
+        EXPECT_EQ(0, reinit_vlan());
+        if (iptv == 1) expect_vlans("210", "43", "11100010", "00011100");
+        if (iptv != 1) expect_vlans("3210", "4", "11110010", "00001100");
+    }
+    for (const int no_port : {-1, 9}) {
+        host().hw.iptv_port = no_port;
         EXPECT_EQ(0, set_iptv_system(1));
-        expect_vlans({"0", "1", "2", "3"}, {"4"}, "11110010", "00001100");
+        expect_vlans("3210", "4", "11110010", "00001100");
     }
 }
 
@@ -65,7 +57,7 @@ TEST_F(Vlans, PortsWithoutASwitchPortAreSkipped) {
     host().wan_switch_ports = {};
     host().hw.wan_port_count = 2;
     EXPECT_EQ(0, reinit_vlan());
-    expect_vlans({"0", "2"}, {}, "10100010", "00000100");
+    expect_vlans("02", "", "10100010", "00000100");
 }
 
 TEST_F(Vlans, AtTheStartOnlyIptvIsSetUp) {
@@ -76,39 +68,31 @@ TEST_F(Vlans, AtTheStartOnlyIptvIsSetUp) {
     }
     host().iptv_config = 1;
     EXPECT_EQ(0, init_ethernet_switch());
-    expect_vlans({"0", "1", "2"}, {"4", "3"}, "11100010", "00011100");
+    expect_vlans("012", "43", "11100010", "00011100");
 }
 
-class Mirror : public harness::SwitchBoard {};
-
-TEST_F(Mirror, SendsTheOtherLanPortsToTheMonitor) {
+TEST_F(Vlans, OtherLanPortsAreMirroredToTheMonitor) {
+    EXPECT_EQ(0, init_sniff_port());
+    EXPECT_EQ(Lines{}, journal());
     EXPECT_EQ(0, set_sniff_port(2));
     EXPECT_EQ((Lines{"iconfig_set_intvalue_direct port_mirror 2", "$2 switch mirror enable 1 1",
                      "$2 switch mirror target 0 3", "$2 switch mirror target 2 3",
                      "$2 switch mirror target 3 3"}),
               journal());
-}
-
-TEST_F(Mirror, IsSwitchedOffBeforeThatIsStored) {
-    EXPECT_EQ(0, set_sniff_port(0));
+    clear_journal();
+    EXPECT_EQ(0, set_sniff_port(0));  // off before that is stored
     EXPECT_EQ((Lines{"$2 switch mirror enable 0 -1", "iconfig_set_intvalue_direct port_mirror 0"}),
               journal());
-}
-
-TEST_F(Mirror, StartsOnTheFirstLanPortWhereConfigured) {
-    EXPECT_EQ(0, init_sniff_port());
-    EXPECT_EQ(Lines{}, journal());
+    clear_journal();
     host().sniff_port = 3;
     host().hw.lan_port_count = 2;
-    EXPECT_EQ(0, init_sniff_port());
+    EXPECT_EQ(0, init_sniff_port());  // to the first LAN port
     EXPECT_EQ((Lines{"iconfig_set_intvalue_direct port_mirror 1", "$2 switch mirror enable 1 0",
                      "$2 switch mirror target 1 3"}),
               journal());
 }
 
-class PortLeds : public harness::SwitchBoard {};
-
-TEST_F(PortLeds, AreRegistersOfTheChip) {
+TEST_F(Vlans, PortLedsAreRegistersOfTheChip) {
     struct Row {
         const char* chip;
         int on;
@@ -120,14 +104,12 @@ TEST_F(PortLeds, AreRegistersOfTheChip) {
              {"mt7531", -1, {"7c10 11111111", "7c14 11110110", "7c18 00000111"}},
              {"mt7531", 0,  {"7c10 11011111", "7c14 10110000", "7c18 00000110"}},
              {"mt7532", 1,  {}                                                 },
-             {"",       0,  {}                                                 },
     }) {
         clear_journal();
         std::strcpy(host().hw.switch_chip, row.chip);
         EXPECT_EQ(0, set_port_led_all(row.on));
         Lines expected;
-        for (const std::string& command : row.commands)
-            expected.push_back("$2 switch reg w " + command);
+        for (const std::string& text : row.commands) expected.push_back("$2 switch reg w " + text);
         EXPECT_EQ(expected, journal());
     }
     EXPECT_EQ(0, mtk_optimize_set());

@@ -8,7 +8,6 @@ namespace {
 using harness::Lines;
 
 const std::string kMissing = "ERROR: L1PROFILE not found\n";
-constexpr const char* kMissingLogged = R"(syslog 1 "ERROR: L1PROFILE not found\n")";
 
 class L1Profile : public harness::Board {};
 
@@ -18,18 +17,14 @@ TEST_F(L1Profile, AValueStandsBehindItsExactKeyInTheFirstSuchLine) {
     const std::string k255(255, 'x');  // as much as is read at once
     const std::pair<std::string, std::string> rows[] = {
         {"INDEX1_main_ifname=rai0\n" + key + "ra0\n",                          "ra0"    },
-        {"",                                                                   ""       },
         {key + "\n",                                                           ""       },
-        {key + "ra0",                                                          "ra0"    },
         {key + "ra0\n" + key + "ra5\n",                                        "ra0"    },
         {"#" + key + "rb0\n# " + key + "rc0\n" + key + "ra0\n",                "ra0"    },
         {"INDEX0_main_ifname\n\nINDEX0_main_ifname =rb0\n" + key + "ra0\n",    "ra0"    },
         {" " + key + "rb0\nindex0_main_ifname=rb0\nINDEX0_main_ifname2=rb0\n", ""       },
         {key + "=a=b\n",                                                       "=a=b"   },
         {key + " ra0 \r\n",                                                    " ra0 \r"},
-        {key + k127 + "\n",                                                    k127     },
         {key + k127 + "x\n",                                                   k127     },
-        {k255 + "\n" + key + "ra0\n",                                          "ra0"    },
         {k255 + key + "ra0\n",                                                 "ra0"    },
         {k255 + "x" + key + "ra0\n",                                           ""       },
         {"#" + k255.substr(1) + key + "ra0\n",                                 "ra0"    },
@@ -41,25 +36,21 @@ TEST_F(L1Profile, AValueStandsBehindItsExactKeyInTheFirstSuchLine) {
     EXPECT_EQ(Lines{}, journal());
 }
 
-TEST_F(L1Profile, MissingIsReportedAtEveryLookup) {
-    remove(harness::kL1ProfilePath);
-    EXPECT_STREQ("", get_wl_ifname_by_wlmode(0));
-    EXPECT_STREQ("", get_racfg_filename(1));
-    EXPECT_STREQ("0", get_wl_bridge_ifname_by_wlmode(0));
-    EXPECT_STREQ("2", get_wl_ifname(2));
-    EXPECT_EQ(kMissing + kMissing + kMissing + kMissing, out());
-    EXPECT_EQ(Lines(4, kMissingLogged), journal());
-}
-
-TEST_F(L1Profile, MissingMatchesOnlyNamesThatStartWithADigit) {
+TEST_F(L1Profile, MissingIsReportedAndMatchesOnlyNamesThatStartWithADigit) {
     fail_nth("fopen", 1);
     host().wl_modes = {1, 0};
     EXPECT_EQ(65541, get_wl_idx_by_ifname("5"));
     EXPECT_EQ(kMissing, out());
     remove(harness::kL1ProfilePath);
     EXPECT_EQ(-1, get_wl_idx_by_ifname("ra0"));
-    EXPECT_EQ(kMissing + kMissing, out());
-    EXPECT_EQ(Lines(3, kMissingLogged), journal());
+    EXPECT_STREQ("", get_wl_ifname_by_wlmode(0));
+    EXPECT_STREQ("", get_racfg_filename(1));
+    EXPECT_STREQ("0", get_wl_bridge_ifname_by_wlmode(0));
+    EXPECT_STREQ("2", get_wl_ifname(2));
+    std::string messages;
+    for (int i = 0; i < 6; ++i) messages += kMissing;
+    EXPECT_EQ(messages, out());
+    EXPECT_EQ(Lines(7, R"(syslog 1 "ERROR: L1PROFILE not found\n")"), journal());
 }
 
 TEST_F(L1Profile, IsReadAtEveryLookup) {

@@ -15,16 +15,13 @@ protected:
 TEST_F(InterfaceNames, OfEveryWlMode) {
     const struct {
         int32_t wl_mode;
-        const char* main_ifname;
-        const char* client_ifname;
-        const char* profile_path;
+        const char *main_ifname, *client_ifname, *profile_path;
     } kRows[] = {
-        {0,         "ra0",  "apcli0",  "/etc/wireless/radio0.dat"},
-        {1,         "rai0", "apclii0", "/etc/wireless/radio1.dat"},
-        {2,         "ra0",  "apcli0",  "/etc/wireless/radio0.dat"},
-        {-1,        "ra0",  "apcli0",  "/etc/wireless/radio0.dat"},
-        {INT32_MIN, "ra0",  "apcli0",  "/etc/wireless/radio0.dat"},
-        {999,       "band", "apcli0",  "/etc/wireless/radio0.dat"},
+        {0,   "ra0",  "apcli0",  "/etc/wireless/radio0.dat"},
+        {1,   "rai0", "apclii0", "/etc/wireless/radio1.dat"},
+        {2,   "ra0",  "apcli0",  "/etc/wireless/radio0.dat"},
+        {-1,  "ra0",  "apcli0",  "/etc/wireless/radio0.dat"},
+        {999, "band", "apcli0",  "/etc/wireless/radio0.dat"},
     };
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.wl_mode);
@@ -50,13 +47,11 @@ TEST_F(InterfaceNames, OfUnknownKeysAreEmptyWithoutAMessage) {
 }
 
 TEST_F(InterfaceNames, StayUntilTheNextLookupOfTheirKind) {
-    const char* const main_ifname = get_wl_ifname_by_wlmode(0);
-    const char* const client_ifname = get_wl_bridge_ifname_by_wlmode(1);
-    const char* const path = get_racfg_filename(1);
-    const char* const bss_ifname = get_wl_ifname(0x10002);
+    const char* const names[] = {get_wl_ifname_by_wlmode(0), get_wl_bridge_ifname_by_wlmode(1),
+                                 get_racfg_filename(1), get_wl_ifname(0x10002)};
     get_wl_idx_by_ifname("rai1");
     EXPECT_EQ((Lines{"ra0", "apclii0", "/etc/wireless/radio1.dat", "rai2"}),
-              (Lines{main_ifname, client_ifname, path, bss_ifname}));
+              Lines(std::begin(names), std::end(names)));
 }
 
 TEST_F(InterfaceNames, AreZeroBeyondTheirEndAndCutSoThatANumberFits) {
@@ -71,11 +66,9 @@ TEST_F(InterfaceNames, AreZeroBeyondTheirEndAndCutSoThatANumberFits) {
 TEST_F(InterfaceNames, OfABssArePrefixAndNumber) {
     const std::pair<uint32_t, const char*> kRows[] = {
         {0,          "ra0"     },
-        {3,          "ra3"     },
         {65538,      "rai2"    },
         {0x1FFFF,    "rai65535"},
         {0x20001,    "ra1"     },
-        {999 << 16,  "ra0"     },
         {0xFFFFFFFF, "ra65535" },
     };
     for (const auto& [wl_index, name] : kRows) {
@@ -104,18 +97,14 @@ TEST_F(InterfaceNames, OfABssAreRefusedFrom32CharactersOn) {
 TEST_F(InterfaceNames, GiveTheirWlIndexAndMode) {
     const struct {
         const char* ifname;
-        int32_t wl_index;
-        int32_t wl_mode;
+        int32_t wl_index, wl_mode;
     } kRows[] = {
         {"ra0",    0,     0    },
-        {"ra3",    3,     0    },
         {"rai1",   65537, 1    },
-        {"ra10",   10,    0    },
         {"ra1x9",  1,     0    },
         {"rai02",  65538, 1    },
         {"ra4096", 4096,  0    },
         {"apcli0", -1,    65535},
-        {"RA0",    -1,    65535},
         {"raii0",  -1,    65535},
         {"r0",     -1,    65535},
         {"1",      -1,    65535},

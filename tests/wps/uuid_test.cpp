@@ -15,7 +15,7 @@ constexpr Uuid kUuid = {0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0xDE, 0xF0,
 const std::string kText = "12345678-9abc-DEF0-1234-56789abcdef0";
 
 TEST(Uuid, IsReadFromFiveGroups) {
-    for (const std::string& text : {kText, "-" + kText + "-99", kText + std::string(91, '7'),
+    for (const std::string& text : {kText, "-" + kText + std::string(90, '7'),
                                     std::string("1-2-3-4-56789abcdef0123456789abcdef0"),
                                     std::string("123456789abcdef0--123456789abc--d-e---f0")}) {
         Uuid uuid = {};
@@ -35,15 +35,11 @@ TEST(Uuid, IsLeftAloneByOtherTexts) {
 
 TEST(Uuid, PairsAreHexadecimalOfEitherCase) {
     for (const auto& [text, value] : {
-             std::pair("00", 0),
-             {"fF",   255 },
-             {"a1b2", 0xA1},
-             {"7",    7   },
-             {"0g",   0   },
-             {"5-",   5   },
-             {"",     0   },
-             {"zz",   0   },
-             {"0x1",  0   }
+             std::pair("00", 0), {"fF",   255 },
+               {"a1b2", 0xA1},
+               {"0g",   0   },
+               {"",     0   },
+               {"0x1",  0   }
     })
         EXPECT_EQ(value, convert_2byte_hex(text)) << text;
 }
