@@ -22,7 +22,7 @@ public:
     }
 
     // What has not been taken, whole.
-    constexpr std::string_view rest() const { return ended_ ? std::string_view("", 0) : rest_; }
+    constexpr std::string_view rest() const { return ended_ ? "" : rest_; }
 
 private:
     std::string_view rest_;

@@ -160,9 +160,9 @@ std::optional<std::string_view> SurveyLines::next() {
     return line.size() < limit_ ? line : std::string_view(line.data(), 0);
 }
 
-SurveyLine::SurveyLine(std::string_view line) {
-    channel_text_ = Tokens(line).next().value_or(std::string_view());
-    channel_ = leading_decimal(channel_text_);
+SurveyLine::SurveyLine(std::string_view line)
+    : channel_text_(Tokens(line).next().value_or(std::string_view())),
+      channel_(leading_decimal(channel_text_)) {
     if (empty()) return;
     line.remove_prefix(static_cast<size_t>(channel_text_.data() - line.data()));
     line_ = line;
