@@ -1,10 +1,7 @@
-// LEDs: every entry point, the pins' functions, the silent hours, the change to and from silence.
+// LEDs: every entry point, the silent hours, the switch between normal and silent.
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstring>
-#include <iterator>
-#include <source_location>
 
 #include "platform/flash.h"
 #include "platform/gpio.h"
@@ -22,95 +19,108 @@ const Lines kPortsOff = {"$2 switch reg w 7c10 11011111", "$2 switch reg w 7c14 
 
 class Leds : public harness::Board {
 protected:
-    Leds() : hook_("write_file", write_pins) {
-        written = {};
-        write_result = 3;
+    Leds() {
+        written.clear();
+        int (*const record)(const char*, const char*) = [](const char* path, const char* text) {
+            written.push_back(path == std::string(kPins) ? text : path);
+            return 3;
+        };
+        hook_ = std::make_unique<harness::LibraryHook>("write_file", record);
     }
 
-    // Of a call: its result, then what it wrote to the pin file and to the journal.
-    void expect(int result, const Lines& lines, int got,
-                const std::source_location& at = std::source_location::current()) {
-        const testing::ScopedTrace trace(at.file_name(), static_cast<int>(at.line()), "");
-        Lines done = std::exchange(written, {});
-        std::ranges::copy(journal(), std::back_inserter(done));
-        clear_journal();
-        EXPECT_EQ(result, got);
-        EXPECT_EQ(lines, done);
-    }
-
-    inline static int write_result;
+    inline static Lines written;  // to the pin file, whose result is 3
 
 private:
-    static int write_pins(const char* path, const char* text) {
-        written.push_back(path == std::string(kPins) ? text : path);
-        return write_result;
-    }
-
-    inline static Lines written;
-    const harness::LibraryHook hook_;
+    std::unique_ptr<harness::LibraryHook> hook_;
 };
 
+struct LedRow {
+    const char* name;
+    int (*call)();
+    int result;
+    Lines written;
+    Lines commands;
+};
+void PrintTo(const LedRow& row, std::ostream* out) {
+    *out << row.name;
+}
+
+class LedEntry : public Leds, public testing::WithParamInterface<LedRow> {};
+
 // Run LED 18, Wi-Fi LEDs 21 and none, USB LEDs 23, none and 24; the radios' list is 1, 7, 0.
-TEST_F(Leds, AreDrivenByTheirPins) {
+TEST_P(LedEntry, DrivesItsPins) {
     host().hw.wl_led[1].gpio = -1;
     std::strcpy(host().hw.wl_led[0].driven, "driver");
     host().hw.usb_count = 3;
     host().hw.usb_led_gpio[2] = 24;
     host().wl_modes = {1, 7, 0};
-    expect(3, {"out 7 0"}, turn_led(7, 1));
-    expect(3, {"out 7 0"}, turn_led(7, 5));
-    expect(3, {"out 7 1"}, turn_led(7, 0));
-    expect(3, {"out 18 0"}, platform_run_led_control(1));
-    expect(-1, {}, platform_wl_led_control(0, 1));
-    expect(7, {}, platform_wl_led_control(1, 1));
-    expect(3, {"out 21 1"}, platform_wl_led_control(2, 0));
-    for (const int beyond : {3, -1}) expect(-1, {}, platform_wl_led_control(beyond, 0));
-    expect(-1, {"out 21 0"}, platform_all_wl_led_control(1));
-    expect(3, {"out 23 0"}, platform_usb_led_control(0, 1));
-    for (const int beyond : {1, 18, -1}) expect(-1, {}, platform_usb_led_control(beyond, 1));
-    expect(3, {"out 23 1", "out 24 1"}, platform_all_usb_led_control(0));
-    expect(0, kPortsOn, platform_lan_led_control(2, 1));
-    expect(0, kPortsOff, platform_all_lan_led_control(0));
-    expect(0, kPortsOn, platform_all_wan_led_control(-1));
-    platform_power_led_control(1);
-    platform_wan_led_control(1, 1);
-    platform_init_led_control(1);
-    gpio_set_led();
-    expect(0, {}, stop_runled() + start_runled() + set_usbled());
+    EXPECT_EQ(GetParam().result, GetParam().call());
+    EXPECT_EQ(GetParam().written, written);
+    EXPECT_EQ(GetParam().commands, journal());
 }
+
+const LedRow kLedRows[] = {
+    {"TurnOn",             [] { return turn_led(7, 1); },                   3,  {"out 7 0"},              {}       },
+    {"TurnOnByAnyNumber",  [] { return turn_led(7, 5); },                   3,  {"out 7 0"},              {}       },
+    {"TurnOff",            [] { return turn_led(7, 0); },                   3,  {"out 7 1"},              {}       },
+    {"Run",                [] { return platform_run_led_control(1); },      3,  {"out 18 0"},             {}       },
+    {"RadioWithoutPin",    [] { return platform_wl_led_control(0, 1); },    -1, {},                       {}       },
+    {"RadioOfAnotherMode", [] { return platform_wl_led_control(1, 1); },    7,  {},                       {}       },
+    {"Radio",              [] { return platform_wl_led_control(2, 0); },    3,  {"out 21 1"},             {}       },
+    {"RadioBeyondTheList", [] { return platform_wl_led_control(3, 0); },    -1, {},                       {}       },
+    {"RadioBeforeTheList", [] { return platform_wl_led_control(-1, 0); },   -1, {},                       {}       },
+    {"AllRadios",          [] { return platform_all_wl_led_control(1); },   -1, {"out 21 0"},             {}       },
+    {"Usb",                [] { return platform_usb_led_control(0, 1); },   3,  {"out 23 0"},             {}       },
+    {"UsbWithoutPin",      [] { return platform_usb_led_control(1, 1); },   -1, {},                       {}       },
+    {"UsbBeyondTheRecord", [] { return platform_usb_led_control(18, 1); },  -1, {},                       {}       },
+    {"UsbBeforeTheRecord", [] { return platform_usb_led_control(-1, 1); },  -1, {},                       {}       },
+    {"AllUsb",             [] { return platform_all_usb_led_control(0); },  3,  {"out 23 1", "out 24 1"}, {}       },
+    {"Lan",                [] { return platform_lan_led_control(2, 1); },   0,  {},                       kPortsOn },
+    {"AllLan",             [] { return platform_all_lan_led_control(0); },  0,  {},                       kPortsOff},
+    {"AllWan",             [] { return platform_all_wan_led_control(-1); }, 0,  {},                       kPortsOn },
+    {"Nothing",
+     [] {
+         platform_power_led_control(1);
+         platform_wan_led_control(1, 1);
+         platform_init_led_control(1);
+         gpio_set_led();
+         return stop_runled() + start_runled() + set_usbled();
+     },                                                                     0,
+     {},
+     {}                                                                                                            },
+};
+INSTANTIATE_TEST_SUITE_P(, LedEntry, testing::ValuesIn(kLedRows), harness::CaseName());
 
 TEST_F(Leds, BothRadiosAndNoUsb) {
-    expect(3, {"out 21 1", "out 22 1"}, platform_all_wl_led_control(0));
+    EXPECT_EQ(3, platform_all_wl_led_control(0));
+    EXPECT_EQ((Lines{"out 21 1", "out 22 1"}), written);
     host().hw.usb_count = 0;
-    expect(0, {}, platform_all_usb_led_control(1));
+    EXPECT_EQ(0, platform_all_usb_led_control(1));
     host().hw.run_led_gpio = -1;
-    expect(-1, {}, platform_run_led_control(1));
+    EXPECT_EQ(-1, platform_run_led_control(1));
+    EXPECT_EQ(2u, written.size());
 }
 
-TEST_F(Leds, AndTheWpsButtonBecomeGpios) {
-    write_result = -1;
-    expect(0, {"mode 18 1", "mode 63 1", "mode 21 1", "mode 22 1"}, init_gpio_after_insmod());
-    std::strcpy(host().hw.wl_led[0].driven, "gpiO");
-    host().hw.run_led_gpio = -1;
-    expect(0, {"mode 63 1", "mode 22 1"}, init_gpio_after_insmod());
-    host().hw.wps_button_gpio = host().hw.wl_led[1].gpio = -1;
-    expect(0, {}, init_gpio_after_insmod());
-    expect(0, {}, init_gpio());
+TEST_F(Leds, TheRunLedBlinksUnlessToldOtherwise) {
+    char operation[32];
+    std::memset(operation, '#', sizeof operation);
+    EXPECT_EQ(0, get_run_led_op(operation));
+    EXPECT_STREQ("blink", operation);
+    EXPECT_EQ(0, set_run_led_op("wps"));
+    EXPECT_EQ(0, get_run_led_op(operation));
+    EXPECT_STREQ("wps", operation);
+    EXPECT_EQ(0, set_run_led_op("a text of more than thirty-one characters"));
+    EXPECT_EQ(0, get_run_led_op(operation));
+    EXPECT_STREQ("a text of more than thirty-one ", operation);
 }
 
-TEST_F(Leds, TheRunLedBlinksUnlessToldOtherwiseAndWpsIsTheStateBeforeSilence) {
+TEST_F(Leds, WpsIsTheStateBeforeSilence) {
     host().led_silence.mode = 1;
-    const auto expect_run_led = [](const std::string& operation, int state) {
-        char text[32] = "###############################";
-        EXPECT_EQ(0, get_run_led_op(text));
-        EXPECT_EQ(operation, text);
-        EXPECT_EQ(state, get_run_led_state());
-    };
-    expect_run_led("blink", 2);
-    for (const std::string operation : {"wps", "wpsx", "more than thirty-one characters long"}) {
-        EXPECT_EQ(0, set_run_led_op(operation.c_str()));
-        expect_run_led(operation.substr(0, 31), operation == "wps" ? 1 : 2);
-    }
+    EXPECT_EQ(2, get_run_led_state());
+    set_run_led_op("wps");
+    EXPECT_EQ(1, get_run_led_state());
+    set_run_led_op("wpsx");
+    EXPECT_EQ(2, get_run_led_state());
     host().led_silence.mode = 0;
     EXPECT_EQ(0, get_run_led_state());
 }
@@ -145,24 +155,34 @@ protected:
         lines.insert(lines.end(), ports.begin(), ports.end());
         return lines;
     }
-    const Lines on_ = applied("slow", kPortsOn);
-    const Lines off_ = applied("off", kPortsOff);
+    void expect_update(int force, int on, const Lines& lines) {
+        clear_journal();
+        EXPECT_EQ(0, update_led_silent_control(force, on));
+        EXPECT_EQ(lines, journal());
+    }
 };
 
 TEST_F(Silence, IsAppliedWhenItChangesOrIsForced) {
-    expect(0, on_, update_led_silent_control(1, 1));
-    expect(0, {}, update_led_silent_control(0, 1));
-    expect(0, off_, update_led_silent_control(0, 0));
-    expect(0, {}, update_led_silent_control(0, 0));
-    expect(0, off_, update_led_silent_control(1, 0));
-    expect(0, on_, update_led_silent_control(0, 2));
-    expect(0, on_, update_led_silent_control(0, 1));
+    const Lines on = applied("slow", kPortsOn);
+    const Lines off = applied("off", kPortsOff);
+    expect_update(1, 1, on);
+    expect_update(0, 1, {});
+    expect_update(0, 0, off);
+    expect_update(0, 0, {});
+    expect_update(1, 0, off);
+    expect_update(0, 2, on);
+    expect_update(0, 1, on);
+    expect_update(0, 1, {});
     answer("led_ctl update", 1);
-    expect(0, on_, update_led_silent_control(1, 1));
-    write("/tmp/factory_default_mode", "");  // neither applied nor remembered
-    expect(0, {}, update_led_silent_control(1, 0));
+    expect_update(1, 1, on);
+}
+
+TEST_F(Silence, DoesNotReachTheFactoryTestMode) {
+    expect_update(1, 1, applied("slow", kPortsOn));
+    write("/tmp/factory_default_mode", "");
+    expect_update(1, 0, {});
     remove("/tmp/factory_default_mode");
-    expect(0, {}, update_led_silent_control(0, 1));
+    expect_update(0, 1, {});
 }
 
 using SilenceDeathTest = Silence;
