@@ -59,8 +59,8 @@ TEST_F(Ports, LinkIsReadFromThePhy) {
 TEST_F(Ports, CountersAreReadInOrderAndBytesOfOthersStay) {
     Lines expected = {"socket"};
     uint32_t value = 0xF0000001;
-    for (const uint32_t offset :
-         {0x68, 0x6C, 0x70, 0x78, 0xB4, 0xAC, 0xA8, 0x08, 0x0C, 0x10, 0x14, 0x4C, 0x48}) {
+    for (const uint32_t offset : {0x68U, 0x6CU, 0x70U, 0x78U, 0xB4U, 0xACU, 0xA8U, 0x08U, 0x0CU,
+                                  0x10U, 0x14U, 0x4CU, 0x48U}) {
         registers[0x4400 + offset] = value++;
         expected.push_back("reg " + harness::hexadecimal(0x4400 + offset));
     }
