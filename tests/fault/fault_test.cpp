@@ -135,7 +135,7 @@ private:
 };
 
 TEST(FaultCalls, AreOfEveryExportedFunction) {
-    std::ifstream file(GOLDEN_DIR "/../surface/exports.txt");
+    std::ifstream file(harness::test_file("surface/exports.txt"));
     Lines exports(std::istream_iterator<std::string>(file), {});
     std::erase_if(exports, [](const std::string& name) {
         return name == "module_list" || name == "platform_drv";

@@ -38,12 +38,13 @@ protected:
     }
 
     static std::string golden(const std::string& name) {
-        std::ifstream file(GOLDEN_DIR "/" + name);
+        std::ifstream file(harness::test_file("golden/" + name));
         EXPECT_TRUE(file) << name;
         return {std::istreambuf_iterator<char>(file), {}};
     }
     static void load(const std::string& name) {
-        EXPECT_EQ(Lines{}, board::load_state(host(), GOLDEN_DIR "/" + name + ".conf"));
+        EXPECT_EQ(Lines{},
+                  board::load_state(host(), harness::test_file("golden/" + name + ".conf")));
     }
     void ship_profiles() {
         write(kProfilePath[0], golden("shipped_2g.dat"));

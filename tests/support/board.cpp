@@ -47,6 +47,10 @@ std::string written_to(FILE* stream) {
 
 }  // namespace
 
+std::string test_file(const std::string& name) {
+    return TESTS_DIR "/" + name;
+}
+
 const char* const kL1Profile =
     "INDEX0_main_ifname=ra0\nINDEX0_ext_ifname=ra\nINDEX0_apcli_ifname=apcli\n"
     "INDEX0_profile_path=/etc/wireless/radio0.dat\n"

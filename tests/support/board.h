@@ -39,6 +39,9 @@ namespace harness {
 
 using Lines = std::vector<std::string>;
 
+// The path of a file that the tests keep, by its name below tests/.
+std::string test_file(const std::string& name);
+
 // The index file that a test starts with, by the host's factory state: ra0 to ra3 and apcli0 on
 // radio 0, rai0 to rai3 and apclii0 on radio 1.
 extern const char* const kL1Profile;
