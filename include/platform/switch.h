@@ -88,9 +88,9 @@ PLATFORM_API int ethswitch_search_mac_table(const char* mac);
 PLATFORM_API int ethswitch_get_mac_port_link(const char* mac);
 
 /*
- * Deletes an address, under the switch lock. It is a text when it begins with a blank or a
- * hexadecimal digit and has a ":" or "-" among its first six characters, or else six raw bytes.
- * Fields that a text lacks count as 0. 0.
+ * Deletes an address, under the switch lock. It is a text when there is a ":" or "-" among its
+ * first six characters, or else six raw bytes (so raw bytes that hold 0x3A or 0x2D read as a
+ * text: pass those as text). Fields that a text lacks count as 0. 0.
  */
 PLATFORM_API int ethswitch_del_mac(const void* mac);
 

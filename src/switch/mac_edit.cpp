@@ -14,9 +14,8 @@ constexpr bool is_space(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
-// ":" goes before "-"; nothing for raw bytes.
+// ":" goes before "-"; nothing for raw bytes, behind which there may be no memory of ours.
 char separator_of(const char* address) {
-    if (!is_space(*address) && hex_digit(*address) < 0) return '\0';
     const std::string_view head(address, strnlen(address, kMacSize));
     for (const char separator : {':', '-'})
         if (head.find(separator) != std::string_view::npos) return separator;

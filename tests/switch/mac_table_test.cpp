@@ -143,6 +143,7 @@ TEST_F(MacTable, DeletesTextsAndRawBytesAlike) {
              {"00:1A:2B",                 "001A2B000000"},
              {"00:1A:xx:3C:4D:5E",        "001A00000000"},
              {"01:02-03:04:05:06",        "010200000000"},
+             {"not-a-mac",                "000000000000"},
     }) {
         clear_journal();
         EXPECT_EQ(0, ethswitch_del_mac(address));
