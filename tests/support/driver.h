@@ -8,6 +8,7 @@
 #include <string>
 
 #include "support/board.h"
+#include "support/rows.h"
 
 namespace harness {
 
@@ -21,11 +22,40 @@ struct DriverRequest {
 };
 static_assert(sizeof(DriverRequest) == 32);
 
+// A record of 'x' between two guards.
+template <class T>
+struct Guarded {
+    char before[64];
+    T record;
+    char after[64];
+
+    Guarded() { memset(this, 'x', sizeof *this); }
+    // Nothing was written but the record up to there.
+    bool intact_from(const void* end) const {
+        return is_fresh(before, &record) && is_fresh(end, this + 1);
+    }
+
+private:
+    static bool is_fresh(const void* from, const void* to) {
+        const char* const first = static_cast<const char*>(from);
+        const auto size = static_cast<size_t>(static_cast<const char*>(to) - first);
+        return *first == 'x' && memcmp(first, first + 1, size - 1) == 0;
+    }
+};
+
 class Driver : public Board {
 protected:
     Driver() {
         on_ioctl[0x8BE1] = [this](void* request) { return take_object(request); };
         on_ioctl[0x8BED] = [this](void* request) { return take_survey(request); };
+    }
+
+    // The journal since the last time, as text.
+    std::string taken() {
+        std::string text;
+        for (const std::string& line : journal()) text += line + '\n';
+        clear_journal();
+        return text;
     }
 
     // Every request as the kernel got it, its pointer zeroed, and the payload of the last set.
@@ -45,6 +75,7 @@ private:
     std::string note(DriverRequest request) {
         request.data = nullptr;
         memcpy(requests.emplace_back().data(), &request, sizeof request);
+        errno = EOPNOTSUPP;  // of a refusal
         return {request.name, strnlen(request.name, sizeof request.name)};
     }
 
@@ -53,23 +84,24 @@ private:
         char number[8];
         std::snprintf(number, sizeof number, " %04x", request.flags);
         const auto row = objects.find(note(request) + number);
-        if ((request.flags & 0x8000) != 0) payload.assign(request.data, request.length);
-        errno = EOPNOTSUPP;
-        if (row == objects.end()) return -1;
-        if ((request.flags & 0x8000) != 0) return 0;
-        memcpy(request.data, row->second.data(), row->second.size());
-        request.length = static_cast<uint16_t>(row->second.size());
-        return 0;
+        const bool set = (request.flags & 0x8000) != 0;
+        if (set) payload.assign(request.data, request.length);
+        if (set || row == objects.end()) return row == objects.end() ? -1 : 0;
+        return answer(request, row->second, row->second.size());
     }
 
     int take_survey(void* record) {
         DriverRequest& request = *static_cast<DriverRequest*>(record);
         note(request);
-        errno = EOPNOTSUPP;
         if (survey.empty()) return -1;
-        const size_t size = std::min<size_t>(survey.size(), request.length);
-        memcpy(request.data, survey.data(), size);
-        request.length = survey_length != 0 ? survey_length : static_cast<uint16_t>(size);
+        answer(request, survey, std::min<size_t>(survey.size(), request.length));
+        if (survey_length != 0) request.length = survey_length;
+        return 0;
+    }
+
+    static int answer(DriverRequest& request, const std::string& text, size_t size) {
+        memcpy(request.data, text.data(), size);
+        request.length = static_cast<uint16_t>(size);
         return 0;
     }
 };

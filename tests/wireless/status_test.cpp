@@ -7,7 +7,7 @@
 
 namespace {
 
-using harness::Lines;
+using harness::rows;
 using Words = std::array<int32_t, 5>;
 
 class Status : public harness::Driver {
@@ -25,8 +25,15 @@ protected:
         return {spec.channel, spec.ext_channel, spec.frequency_mhz, spec.reserved,
                 spec.bandwidth_mhz};
     }
-    static wireless_conf& record() { return host().radios[0].bss[0]; }
-
+    // The radar detection of rai0, and whether it was found.
+    static std::pair<int, std::array<int32_t, 3>> radar(const std::string& ifname = "rai0") {
+        dfs_info info = {-7, -7, -7};
+        const int result = wireless_get_dfs_info(ifname.c_str(), &info);
+        return {
+            result, {info.rd_mode, info.channel_moving_time, info.remaining}
+        };
+    }
+    wireless_conf& record = host().radios[0].bss[0];
     std::string statistics;  // empty: the command leaves no file
 };
 
@@ -34,55 +41,33 @@ protected:
 TEST_F(Status, TakesTheSecondChannelFromTheDriver) {
     board::set_interface_up("ra0", true);
     EXPECT_EQ((Words{6, 10, 2437, 0, 40}), current("ra0"));  // it refuses
-    for (const auto& [mhz, channel] : {
-             std::pair(2412, 1),
-             {2484,  15   },
-             {2402,  10   },
-             {2398,  10   },
-             {2397,  -2   },
-             {5000,  518  },
-             {5001,  0    },
-             {5210,  42   },
-             {65535, 12107},
-             {0,     -481 }
-    }) {
-        objects["ra0 0974"] = word(static_cast<uint32_t>(mhz)).substr(0, 2);
+    for (const auto& [mhz, channel] : rows<uint32_t, int>(
+             "2412 1  2484 15  2402 10  2398 10  2397 -2  5000 518  5001 0  65535 12107  0 -481")) {
+        objects["ra0 0974"] = word(mhz).substr(0, 2);
         EXPECT_EQ((Words{6, channel, 2437, 0, 40}), current("ra0")) << mhz;
     }
 }
 
 TEST_F(Status, OfARadioThatIsDownIsItsConfiguration) {
     objects["ra0 0974"] = word(5210);
-    record().channel = 1;
-    record().ext_channel = 2;
-    memcpy(record().channel_rest, Words{3, 4, 5}.data(), 12);
+    record.channel = 1;
+    record.ext_channel = 2;
+    memcpy(record.channel_rest, Words{3, 4, 5}.data(), 12);
     for (const int32_t bandwidth : {0, 20, 40}) {
-        record().bandwidth = bandwidth;
+        record.bandwidth = bandwidth;
         EXPECT_EQ((Words{1, 2, 3, 4, bandwidth}), current("ra0"));
     }
     EXPECT_TRUE(requests.empty());
 }
 
 TEST_F(Status, Tells80MhzOnlyOfTheModesThatHaveIt) {
-    record().bandwidth = 80;
+    record.bandwidth = 80;
     objects["ra0 0974"] = word(2412);
     for (const bool up : {true, false}) {
         board::set_interface_up("ra0", up);
-        for (const auto& [mode, width] : {
-                 std::pair(1, 20),
-                 {2,  20},
-                 {3,  20},
-                 {4,  40},
-                 {5,  40},
-                 {6,  40},
-                 {9,  40},
-                 {0,  80},
-                 {7,  80},
-                 {8,  80},
-                 {10, 80},
-                 {11, 80}
-        }) {
-            record().wireless_mode = mode;
+        for (const auto& [mode, width] :
+             rows<int, int>("1 20 2 20 3 20  4 40 5 40 6 40 9 40  0 80 7 80 8 80 10 80 11 80")) {
+            record.wireless_mode = mode;
             const Words words = current("ra0");
             EXPECT_EQ((Words{words[0], words[0], words[2], words[3], width}), words) << mode;
         }
@@ -91,141 +76,100 @@ TEST_F(Status, Tells80MhzOnlyOfTheModesThatHaveIt) {
 
 TEST_F(Status, ReadsRadarDetection) {
     const std::string key = "Dot11_H.RDMode,Dot11_H.ChMovingTime,Dot11_H.RDCount";
-    const struct {
-        std::string text;
-        int result;
-        dfs_info info;
-    } kRows[] = {
-        {key + "=2,60,15\n",                        1, {2, 60, 45} },
-        {key + "=1,60,90\n",                        1, {1, 60, 0}  },
-        {key + "=0,60,60",                          1, {0, 60, 0}  },
-        {key + "=3,60,0\n",                         1, {-7, 60, 60}},
-        {key + "=-1,60,0\n",                        1, {-7, 60, 60}},
-        {key + "=2,60\n",                           1, {2, 60, 0}  },
-        {key + "=2\n",                              1, {2, 0, -7}  },
-        {key + "=\n",                               1, {-7, 0, -7} },
-        {"A=1\n\n" + key + "=1,9,1\n" + key + "=2", 1, {1, 9, 8}   },
-        {key + "\n",                                0, {-7, -7, -7}},
-        {"A=" + key + "=2,60,15\n",                 0, {-7, -7, -7}},
-        {key + " =2,60,15\n",                       0, {-7, -7, -7}},
-        {key.substr(1) + "=2,60,15\n",              0, {-7, -7, -7}},
-        {"\n",                                      0, {-7, -7, -7}},
-    };
-    for (const auto& row : kRows) {
-        clear_journal();
-        statistics = row.text;
-        dfs_info info = {-7, -7, -7};
-        EXPECT_EQ(row.result, wireless_get_dfs_info("rai0", &info)) << row.text;
-        EXPECT_EQ(0, memcmp(&row.info, &info, sizeof info)) << row.text;
-        EXPECT_EQ(Lines{"$ /sbin/iwpriv rai0 stat > /tmp/rai0.dfsinfo"}, journal());
-        EXPECT_EQ(row.text, read("/tmp/rai0.dfsinfo"));
+    for (const auto& [values, mode, moving_time, remaining] : rows<std::string, int, int, int>(
+             "=2,60,15 2 60 45  =1,60,90 1 60 0  =0,60,60 0 60 0  =3,60,0 -7 60 60 "
+             "=-1,60,0 -7 60 60  =2,60 2 60 0  =2 2 0 -7  = -7 0 -7"))
+        for (const std::string& end : harness::Lines{"", "\n", "\n" + key + "=1,9,1\n"}) {
+            statistics = "A=1\n\n" + key + values + end;
+            EXPECT_EQ(std::pair(1, std::array{mode, moving_time, remaining}), radar()) << values;
+            EXPECT_EQ("$ /sbin/iwpriv rai0 stat > /tmp/rai0.dfsinfo\n", taken());
+            EXPECT_EQ(statistics, read("/tmp/rai0.dfsinfo"));
+        }
+    constexpr std::array kUntouched = {-7, -7, -7};
+    for (const std::string& text : {key, "A=" + key + "=2,60,15", key + " =2,60,15",
+                                    key.substr(1) + "=2,60,15", std::string()}) {
+        statistics = text + '\n';
+        EXPECT_EQ(std::pair(0, kUntouched), radar()) << text;
     }
-}
-
-TEST_F(Status, OfTheFirstRadioHasNoRadarDetection) {
-    dfs_info info = {-7, -7, -7};
-    statistics = "Dot11_H.RDMode,Dot11_H.ChMovingTime,Dot11_H.RDCount=2,60,15\n";
-    EXPECT_EQ(0, wireless_get_dfs_info("ra0", &info));
-    EXPECT_EQ(Lines{}, journal());
-    EXPECT_EQ(-7, info.rd_mode);
+    taken();
+    statistics = key + "=2,60,15\n";
+    for (const std::string& ifname :
+         {std::string("ra0"), std::string("../etc/x"), std::string(128, 'n')})
+        EXPECT_EQ(std::pair(0, kUntouched), radar(ifname)) << ifname;
+    EXPECT_EQ("", taken());
+    EXPECT_NE("", err());
 }
 
 TEST_F(Status, WithoutStatisticsIsReported) {
     char value[32] = "untouched";
-    dfs_info info = {-7, -7, -7};
-    EXPECT_EQ(0, wireless_get_dfs_info("rai0", &info));
+    EXPECT_EQ(std::pair(0, std::array{-7, -7, -7}), radar());
     EXPECT_EQ("fopen /sbin/iwpriv rai0 stat > /tmp/rai0.dfsinfo fail", err());
-    EXPECT_EQ(-7, info.channel_moving_time);
     EXPECT_EQ(0, mt762x_get_apcli_status("apclii0", value, value));
     EXPECT_EQ("popen /sbin/iwpriv apclii0 stat > /tmp/apclii0.stat fail", err());
+    taken();
+    for (const std::string& name : {std::string("../etc/x"), std::string(128, 'n')})
+        EXPECT_EQ(0, mt762x_get_apcli_status(name.c_str(), value, value));
+    EXPECT_EQ("", taken());
+    EXPECT_NE("", err());
     EXPECT_STREQ("untouched", value);
-}
-
-TEST_F(Status, KeepsItsFilesInTheirFolder) {
-    dfs_info info = {};
-    const std::string long_name(128, 'n');
-    for (const std::string& name : {std::string("../etc/x"), long_name}) {
-        EXPECT_EQ(0, wireless_get_dfs_info(name.c_str(), &info));
-        EXPECT_EQ(0, mt762x_get_apcli_status(name.c_str(), nullptr, nullptr));
-        EXPECT_NE("", err());
-    }
-    EXPECT_EQ(Lines{}, journal());
 }
 
 TEST_F(Status, ReadsTheClientLine) {
     const std::string x31(31, 'x');
-    const struct {
-        std::string line;
-        int result;
-        std::string first;
-        std::string second;
-    } kRows[] = {
-        {"Ap Client Status=1,-62",                     1, "1",      "-62"     },
-        {"Ap Client Status=1,-62,5 =6",                1, "1",      "-62,5 =6"},
-        {"Ap Client Status=" + x31 + "a," + x31 + "b", 1, x31,      x31       },
-        {"Ap Client Status=1",                         0, "1",      "(none)"  },
-        {"Ap Client Status=1,",                        0, "1",      "(none)"  },
-        {"Ap Client Status=",                          0, "(none)", "(none)"  },
-        {"Ap Client Status2=1,-62",                    0, "(none)", "(none)"  },
-        {"Ap Client=1,-62",                            0, "(none)", "(none)"  },
-    };
-    for (const auto& row : kRows) {
-        clear_journal();
-        statistics = "x=y\n" + row.line + "\nx=z\n";
-        char first[32] = "(none)";
-        char second[32] = "(none)";
-        EXPECT_EQ(row.result, mt762x_get_apcli_status("apclii0", first, second)) << row.line;
-        EXPECT_EQ(row.first, first) << row.line;
-        EXPECT_EQ(row.second, second) << row.line;
-        EXPECT_EQ(row.result, mt762x_get_apcli_status("apclii0", nullptr, nullptr));
-        EXPECT_EQ(Lines(2, "$ /sbin/iwpriv apclii0 stat > /tmp/apclii0.stat"), journal());
+    for (const auto& [rest, result, first, second] :
+         rows<std::string, int, std::string, std::string>(
+             "=1,-62 1 1 -62  =1,-62,5=6 1 1 -62,5=6  =1 0 1 (none)  =1, 0 1 (none) "
+             "= 0 (none) (none)  2=1,-62 0 (none) (none)  =" +
+             x31 + "a," + x31 + "b 1 " + x31 + ' ' + x31)) {
+        statistics = "x=y\nAp Client=9,9\nAp Client Status" + rest + "\nx=z\n";
+        char texts[2][32] = {"(none)", "(none)"};
+        EXPECT_EQ(result, mt762x_get_apcli_status("apclii0", texts[0], texts[1])) << rest;
+        EXPECT_EQ(first, texts[0]) << rest;
+        EXPECT_EQ(second, texts[1]) << rest;
+        EXPECT_EQ("$ /sbin/iwpriv apclii0 stat > /tmp/apclii0.stat\n", taken());
+        EXPECT_EQ(result, mt762x_get_apcli_status("apclii0", nullptr, nullptr));
+        taken();
     }
 }
 
 class RepeaterLink : public Status {
 protected:
     RepeaterLink() {
-        link() = {
-            "upstream", "00:11:22:33:44:55", {36, 42, 5180, 9, 80},
-              866
-        };
+        link.ssid = "upstream";
+        link.ap_mac = "00:11:22:33:44:55";
+        link.channel = up.channel = {36, 42, 5180, 9, 80};
+        link.speed_mbps = 866;
+        strcpy(up.ssid, "upstream");
+        strcpy(up.bssid, "00:11:22:33:44:55");
         memset(&entry, 'x', sizeof entry);
     }
-    static board::ClientLink& link() { return host().radios[1].client; }
     void expect_link(int result, const ap_entry& expected) {
         EXPECT_EQ(result, wireless_api_get_mbridge_status("apclii0", &entry));
         EXPECT_EQ(0, memcmp(&expected, &entry, sizeof entry));
     }
-    static ap_entry up() {
-        ap_entry expected = {};
-        strcpy(expected.ssid, "upstream");
-        strcpy(expected.bssid, "00:11:22:33:44:55");
-        expected.channel = {36, 42, 5180, 9, 80};
-        return expected;
-    }
+    board::ClientLink& link = host().radios[1].client;
+    ap_entry up = {};
     ap_entry entry;
 };
 
 TEST_F(RepeaterLink, IsUpWithOrWithoutStatistics) {
-    ap_entry expected = up();
-    expect_link(1, expected);
+    expect_link(1, up);
     EXPECT_EQ("popen /sbin/iwpriv apclii0 stat > /tmp/apclii0.stat fail", err());
     statistics = "Ap Client Status=1\n";
-    expect_link(1, expected);
+    expect_link(1, up);
     statistics = "Ap Client Status=1,-62\n";
-    expected.rssi = -62;
-    expected.signal = 70;
-    expect_link(1, expected);
+    up.rssi = -62;
+    up.signal = 70;
+    expect_link(1, up);
 }
 
 TEST_F(RepeaterLink, IsDownWithoutAnAccessPoint) {
-    ap_entry expected = up();
-    link().ap_mac = "";
-    memset(expected.bssid, 0, sizeof expected.bssid);
-    expect_link(0, expected);
-    link().ssid = "";
+    link.ap_mac = "";
+    memset(up.bssid, 0, sizeof up.bssid);
+    expect_link(0, up);
+    link.ssid = "";
     expect_link(0, {});
-    EXPECT_EQ(Lines{}, journal());
+    EXPECT_EQ("", taken());
 }
 
 TEST_F(RepeaterLink, HasSpeedAndName) {
@@ -234,22 +178,17 @@ TEST_F(RepeaterLink, HasSpeedAndName) {
     EXPECT_STREQ("upstream", ssid);
     EXPECT_EQ(-1, wireless_api_get_ssid("nil0", ssid));
     EXPECT_EQ(866, rt61_get_wireless_link_speed("apclii0"));
-    link().ap_mac = "";
+    link.ap_mac = "";
     EXPECT_EQ(0, rt61_get_wireless_link_speed("apclii0"));
-    link() = {"", "00:11:22:33:44:55", {}, 866};
+    link.ap_mac = "00:11:22:33:44:55";
+    link.ssid = "";
     EXPECT_EQ(0, rt61_get_wireless_link_speed("apclii0"));
-    EXPECT_EQ(1, wireless_api_get_keyinfo_status());
 }
 
 TEST_F(Status, HasAPowerOfAtMost100) {
-    for (const auto& [percent, set] : {
-             std::pair(150, "100"), {100, "100"},
-               {99,  "99" },
-               {-5,  "-5" }
-    }) {
-        clear_journal();
+    for (const auto& [percent, set] : rows<int, std::string>("150 100 100 100 99 99 -5 -5")) {
         EXPECT_EQ(0, rt61_wireless_api_set_txpower("ra0", percent));
-        EXPECT_EQ(Lines{std::string("$ /sbin/iwpriv ra0 set TxPower=") + set}, journal());
+        EXPECT_EQ("$ /sbin/iwpriv ra0 set TxPower=" + set + '\n', taken());
     }
 }
 

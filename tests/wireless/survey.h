@@ -19,10 +19,6 @@ protected:
         list.channel_check = 0x0123'4567'89AB'CDEF;
         list.entries[0].flags = flags;
     }
-    void set_ifname(const char* ifname) {
-        memset(list.ifname, 0, sizeof list.ifname);
-        strcpy(list.ifname, ifname);
-    }
     // A line up to the end of its fixed columns, and with the rest.
     static std::string line(const std::string& rest, std::string ssid = "net",
                             std::string channel = "6") {
@@ -32,16 +28,22 @@ protected:
     }
     int take(const std::string& text, const char* ifname = "ra0") {
         survey = text;
-        set_ifname(ifname);
+        memset(list.ifname, 0, sizeof list.ifname);
+        strcpy(list.ifname, ifname);
         return platform_wireless_api_get_ap_list(&list);
     }
-    // The entry of a lone line in a list of 'x'.
-    const ap_entry& entry_of(const std::string& text, const char* ifname = "ra0") {
+    // What a list of 'x' holds then; the text stays behind the last entry.
+    void expect_count(uint32_t count, const std::string& text, int result = 0,
+                      const char* ifname = "ra0") {
         clear();
-        EXPECT_EQ(0, take(kHeader + text, ifname));
+        EXPECT_EQ(result, take(text, ifname)) << text;
+        EXPECT_EQ(count, list.count) << text;
         EXPECT_EQ(7u, list.type);
-        EXPECT_EQ(1u, list.count) << text;
-        EXPECT_EQ('x', list.entries[1].ssid[0]);
+        EXPECT_EQ('x', list.entries[count].ssid[0]);
+    }
+    // The entry of a lone line.
+    const ap_entry& entry_of(const std::string& text) {
+        expect_count(1, kHeader + text);
         return list.entries[0];
     }
 

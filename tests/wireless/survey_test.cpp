@@ -3,9 +3,8 @@
 
 namespace {
 
+using harness::rows;
 using harness::Survey;
-
-constexpr int32_t kUntouched = 0x78787878;
 
 // Adds one column after the other: what is missing keeps the caller's bytes.
 TEST_F(Survey, FillsTheColumnsThatALineHas) {
@@ -35,30 +34,12 @@ TEST_F(Survey, FillsTheColumnsThatALineHas) {
 }
 
 TEST_F(Survey, NamesSecurityByItsWords) {
-    const std::tuple<const char*, int32_t, int32_t> kRows[] = {
-        {"NONE",                   1,  0},
-        {"WEP",                    2,  1},
-        {"WPA2PSK",                1,  0},
-        {"OPEN/NONE",              1,  0},
-        {"OPEN/WEP",               1,  1},
-        {"WEP/WEP",                2,  1},
-        {"WPA/TKIP",               4,  3},
-        {"WPAPSK/TKIP",            5,  3},
-        {"WPANONE/AES",            7,  4},
-        {"WPA2/AES",               8,  4},
-        {"WPA1WPA2/TKIPAES",       11, 5},
-        {"WPA2PSK/AES",            9,  4},
-        {"FT-WPA2PSK/AES",         9,  4},
-        {"FT-FT-WPA2PSK/AES",      1,  4},
-        {"WPAPSKWPA2PSK/TKIPAES",  10, 5},
-        {"WPA1PSKWPA2PSK/TKIPAES", 10, 5},
-        {"wpa2psk/aes",            1,  0},
-        {"WPA3SAE/GCMP",           1,  0},
-        {"WPA2PSK/AES/TKIP",       9,  0},
-        {"/AES",                   1,  4},
-        {"WPA2PSK/",               9,  0},
-    };
-    for (const auto& [word, auth_mode, encryption] : kRows) {
+    for (const auto& [word, auth_mode, encryption] : rows<std::string, int, int>(
+             "NONE 1 0  WEP 2 1  WPA2PSK 1 0  OPEN/NONE 1 0  OPEN/WEP 1 1  WEP/WEP 2 1 "
+             "WPA/TKIP 4 3  WPAPSK/TKIP 5 3  WPANONE/AES 7 4  WPA2/AES 8 4  WPA2PSK/AES 9 4 "
+             "WPA1WPA2/TKIPAES 11 5  WPAPSKWPA2PSK/TKIPAES 10 5  WPA1PSKWPA2PSK/TKIPAES 10 5 "
+             "FT-WPA2PSK/AES 9 4  FT-FT-WPA2PSK/AES 1 4  wpa2psk/aes 1 0  WPA3SAE/GCMP 1 0 "
+             "WPA2PSK/AES/TKIP 9 0  /AES 1 4  WPA2PSK/ 9 0")) {
         const ap_entry& entry = entry_of(line(kBssid + word));
         EXPECT_EQ(auth_mode, entry.auth_mode) << word;
         EXPECT_EQ(encryption, entry.encryption) << word;
@@ -66,12 +47,7 @@ TEST_F(Survey, NamesSecurityByItsWords) {
 }
 
 TEST_F(Survey, GuessesAnUnknownAuthModeFromTheCipher) {
-    for (const auto& [encryption, auth_mode] : {
-             std::pair(3, 5), {4, 5},
-               {5, 1},
-               {0, 1}
-    }) {
-        clear();
+    for (const auto& [encryption, auth_mode] : rows<int, int>("3 5  4 5  5 1  0 1")) {
         list.entries[0].auth_mode = -1;
         list.entries[0].encryption = encryption;
         EXPECT_EQ(0, take(line(kBssid)));
@@ -80,26 +56,15 @@ TEST_F(Survey, GuessesAnUnknownAuthModeFromTheCipher) {
 }
 
 TEST_F(Survey, ReadsSignalExtensionAndType) {
-    const std::tuple<const char*, int32_t, int32_t> kSignals[] = {
-        {"80(-55)", 80, -55       },
-        {"80",      80, kUntouched},
-        {"(-55)",   0,  -55       },
-        {"80(",     80, 0         },
-        {"x(y)",    0,  0         },
-        {"7(-8(9)", 7,  -8        },
-    };
-    for (const auto& [column, signal, rssi] : kSignals) {
+    // 0x78787878 is untouched.
+    for (const auto& [column, signal, rssi] : rows<std::string, int, int>(
+             "80(-55) 80 -55  80 80 2021161080  (-55) 0 -55  80( 80 0  x(y) 0 0  7(-8(9) 7 -8")) {
         const ap_entry& entry = entry_of(line(kBssid + "NONE " + column));
         EXPECT_EQ(signal, entry.signal) << column;
         EXPECT_EQ(rssi, entry.rssi) << column;
     }
-    const std::tuple<const char*, int32_t, const char*, int32_t> kPlaces[] = {
-        {"ABOVE", 8, "Infra", 0 },
-        {"BELOW", 4, "Adhoc", 1 },
-        {"NONE",  6, "infra", -1},
-        {"above", 6, "Mesh",  -1},
-    };
-    for (const auto& [extension, centre, word, type] : kPlaces) {
+    for (const auto& [extension, centre, word, type] : rows<std::string, int, std::string, int>(
+             "ABOVE 8 Infra 0  BELOW 4 Adhoc 1  NONE 6 infra -1  above 6 Mesh -1")) {
         const ap_entry& entry = entry_of(line(kBssid + "NONE 1 b " + extension + ' ' + word));
         EXPECT_EQ(centre, entry.channel.ext_channel) << extension;
         EXPECT_EQ(type, entry.network_type) << word;
@@ -108,19 +73,11 @@ TEST_F(Survey, ReadsSignalExtensionAndType) {
 
 TEST_F(Survey, TakesTheSsidFromItsFixedColumn) {
     const std::string full = "12345678901234567890123456789012";
-    const std::pair<std::string, std::string> kRows[] = {
-        {"net",      "net"     },
-        {"",         ""        },
-        {" a  b",    " a  b"   },
-        {"\xE7\xB6", "\xE7\xB6"},
-        {full,       full      },
-        {full + "!", full      },
-        {"36 c",     "36 c"    },
-    };
-    for (const auto& [column, ssid] : kRows)
+    for (const std::string& ssid :
+         {std::string(), std::string(" a  b"), std::string("\xE7\xB6"), std::string("36 c"), full})
         for (const char* indent : {"", " \t"})
-            EXPECT_EQ(ssid, entry_of(indent + line(kBssid, column)).ssid);
-    EXPECT_STREQ("00:11:22:AA:BB:CC", entry_of(line(kBssid)).bssid);
+            EXPECT_EQ(ssid, entry_of(indent + line(kBssid, ssid)).ssid);
+    EXPECT_EQ(full, entry_of(line(kBssid, full + "!")).ssid);
     EXPECT_EQ(std::string(39, 'B'), entry_of(line(std::string(60, 'b'))).bssid);
 }
 
@@ -142,36 +99,29 @@ protected:
     const std::string kBytes = "1020304000112233445566778899aabb";
 };
 
+// The flag of the push button is left, set or cleared.
 TEST_F(SurveyElement, IsReadBehindThePushButton) {
-    enum Offer { kLeft, kSet, kCleared };
-    const struct {
-        std::string columns;
-        Offer push_button;
-        std::string bytes;
-    } kRows[] = {
-        {"",                                   kLeft,    ""                                },
-        {"YES PBC",                            kSet,     ""                                },
-        {"YES PIN",                            kCleared, ""                                },
-        {"YES",                                kCleared, ""                                },
-        {"NO PBC",                             kLeft,    "000c"                            },
-        {"YES PBC " + kHex,                    kSet,     kBytes                            },
-        {"NO " + kHex,                         kLeft,    kBytes                            },
-        {"NO YES " + kHex,                     kLeft,    kBytes                            },
-        {"NO NO NO 001122334455 66778899aabb", kLeft,    "0000000000112233445566778899aabb"},
-        {"NO 10203040 NO 66778899aabb",        kLeft,    "1020304000000000000066778899aabb"},
-        {"NO 10203040 001122334455 NO name",   kLeft,    "10203040001122334455"            },
-        {"NO 102 00112233445566 6",            kLeft,    "1002000000112233445506"          },
-        {"NO xx20304z 0-1122 66778899aabb",    kLeft,    "0020300400112200000066778899aabb"},
+    const std::tuple<std::string, uint32_t, uint32_t, std::string> kRows[] = {
+        {"",                                   0, 1, ""                                },
+        {"YES PBC",                            1, 1, ""                                },
+        {"YES PIN",                            0, 0, ""                                },
+        {"YES",                                0, 0, ""                                },
+        {"NO PBC",                             0, 1, "000c"                            },
+        {"YES PBC " + kHex,                    1, 1, kBytes                            },
+        {"NO " + kHex,                         0, 1, kBytes                            },
+        {"NO YES " + kHex,                     0, 1, kBytes                            },
+        {"NO NO NO 001122334455 66778899aabb", 0, 1, "0000000000112233445566778899aabb"},
+        {"NO 10203040 NO 66778899aabb",        0, 1, "1020304000000000000066778899aabb"},
+        {"NO 10203040 001122334455 NO name",   0, 1, "10203040001122334455"            },
+        {"NO 102 00112233445566 6",            0, 1, "1002000000112233445506"          },
+        {"NO xx20304z 0-1122 66778899aabb",    0, 1, "0020300400112200000066778899aabb"},
     };
-    for (const auto& row : kRows) {
+    for (const auto& [columns, from_0, from_1, bytes] : kRows)
         for (const uint32_t before : {0u, ~0u}) {
             flags = before;
-            expect_element(row.columns, row.bytes, "");
-            const uint32_t cleared = before & ~1u;
-            const uint32_t after = row.push_button == kSet ? before | 1 : cleared;
-            EXPECT_EQ(row.push_button == kLeft ? before : after, list.entries[0].flags);
+            expect_element(columns, bytes, "");
+            EXPECT_EQ(before == 0 ? from_0 : ~1u | from_1, list.entries[0].flags);
         }
-    }
 }
 
 TEST_F(SurveyElement, HasANameUpToItsColumnsEnd) {

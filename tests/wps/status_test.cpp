@@ -6,63 +6,52 @@
 
 namespace {
 
+using harness::rows;
+
 class WpsStatus : public harness::Driver {
 protected:
     WpsStatus() {
         board::set_interface_up("ra0", true);
         board::set_interface_up("rai0", true);
+        memset(&info, 'x', sizeof info);
     }
-    void report(const char* ifname, uint32_t status) {
-        objects[std::string(ifname) + " 0751"] = word(status);
+    void report(const std::string& ifname, uint32_t status) {
+        objects[ifname + " 0751"] = word(status);
     }
-    static void store(const char* key, const char* state) {
-        istatus_set_value_direct((std::string("wps_status.") + key).c_str(), state);
+    static void store(const std::string& key, int state) {
+        istatus_set_value_direct(("wps_status." + key).c_str(), std::to_string(state).c_str());
     }
+    uint32_t raw = 99;
+    wsc_peer_info info;
 };
 
+// From a status to a status: the control's state, while the host knows of a run, so that idle
+// reads as running, and the peer's.
 TEST_F(WpsStatus, ReadsEachDriverStatusAsControlAndAsPeer) {
-    const struct {
-        int64_t first, last;
-        int control;  // while the host knows of a run, so that idle reads as running
-        uint32_t peer;
-    } kRows[] = {
-        {0,           1,           3, 1},
-        {2,           2,           5, 5},
-        {3,           3,           3, 2},
-        {4,           29,          3, 3},
-        {30,          33,          5, 5},
-        {34,          34,          4, 4},
-        {35,          256,         3, 3},
-        {257,         257,         3, 5},
-        {0x7FFFFFFF,  0x7FFFFFFF,  3, 5},
-        {0x80000000L, 0x80000000L, 3, 3},
-    };
-    store("ra0", "3");
+    store("ra0", 3);
     objects["ra0 075c"] = std::string(200, '\0');
-    for (const auto& row : kRows) {
-        for (int64_t status = row.first; status <= row.last; ++status) {
+    for (const auto& [first, last, control, peer] : rows<int64_t, int64_t, int, uint32_t>(
+             "0 1 3 1  2 2 5 5  3 3 3 2  4 29 3 3  30 33 5 5  34 34 4 4  35 256 3 3 "
+             "257 257 3 5  2147483647 2147483647 3 5  2147483648 2147483648 3 3"))
+        for (int64_t status = first; status <= last; ++status) {
             SCOPED_TRACE(status);
             report("ra0", static_cast<uint32_t>(status));
-            uint32_t raw = 99;
-            wsc_peer_info info;
-            EXPECT_EQ(row.control, wireless_get_wps_status("ra0", &raw));
+            EXPECT_EQ(control, wireless_get_wps_status("ra0", &raw));
             EXPECT_EQ(status, raw);
             EXPECT_EQ(1, apcp_get_wsc_peerinfo_by_ifname("ra0", &info));
-            EXPECT_EQ(row.peer, info.state);
+            EXPECT_EQ(peer, info.state);
         }
-    }
 }
 
 TEST_F(WpsStatus, IsTheHostsOwnUnlessItSaysRunning) {
     report("ra0", 34);
-    uint32_t raw = 99;
     EXPECT_EQ(1, wireless_get_wps_status("ra0", &raw));
     for (const int state : {-7, -1, 0, 1, 2, 4, 5}) {
-        store("ra0", std::to_string(state).c_str());
+        store("ra0", state);
         EXPECT_EQ(state == -1 ? 1 : state, wireless_get_wps_status("ra0", &raw));
     }
     EXPECT_TRUE(requests.empty());
-    store("ra0", "3");
+    store("ra0", 3);
     EXPECT_EQ(4, wireless_get_wps_status("ra0", nullptr));
     objects.clear();
     EXPECT_EQ(-1, wireless_get_wps_status("ra0", &raw));
@@ -74,26 +63,15 @@ TEST_F(WpsStatus, IsTheHostsOwnUnlessItSaysRunning) {
 
 TEST_F(WpsStatus, OfAllRadiosIsTheFirstOutcome) {
     constexpr uint32_t kRefused = 1000;
-    const struct {
-        uint32_t first, second;
-        int state;
-        uint32_t raw;
-    } kRows[] = {
-        {1,        34,       4,  34},
-        {34,       2,        4,  34},
-        {3,        2,        5,  2 },
-        {0,        29,       3,  29},
-        {1,        kRefused, -1, 1 },
-        {kRefused, 34,       -1, 99},
-    };
-    store("both", "3");
-    for (const auto& row : kRows) {
+    store("both", 3);
+    for (const auto& [first, second, state, read] : rows<uint32_t, uint32_t, int, uint32_t>(
+             "1 34 4 34  34 2 4 34  3 2 5 2  0 29 3 29  1 1000 -1 1  1000 34 -1 99")) {
         objects.clear();
-        if (row.first != kRefused) report("ra0", row.first);
-        if (row.second != kRefused) report("rai0", row.second);
-        uint32_t raw = 99;
-        EXPECT_EQ(row.state, wireless_get_wps_status(nullptr, &raw));
-        EXPECT_EQ(row.raw, raw);
+        if (first != kRefused) report("ra0", first);
+        if (second != kRefused) report("rai0", second);
+        raw = 99;
+        EXPECT_EQ(state, wireless_get_wps_status(nullptr, &raw));
+        EXPECT_EQ(read, raw);
     }
 }
 
@@ -124,16 +102,11 @@ protected:
         }
         bytes += "unread!!";
         EXPECT_EQ(1, apcp_get_wsc_peerinfo_by_ifname("ra0", &info));
-        const auto text = [](const char(&field)[64]) {
-            return std::string(field, strnlen(field, 64));
-        };
-        EXPECT_EQ(
-            (harness::Lines{texts[0], texts[1].substr(0, 63), texts[2], texts[3], texts[4]}),
-            (harness::Lines{text(info.device_name), text(info.manufacturer), text(info.model_name),
-                            text(info.model_number), text(info.serial_number)}));
+        const char* const fields[] = {info.device_name, info.manufacturer, info.model_name,
+                                      info.model_number, info.serial_number};
+        for (size_t i = 0; i < texts.size(); ++i)
+            EXPECT_EQ(texts[i].substr(0, 63), std::string(fields[i], strnlen(fields[i], 64)));
     }
-    WpsPeer() { memset(&info, 'x', sizeof info); }
-    wsc_peer_info info;
 };
 
 TEST_F(WpsPeer, IsTakenFromTheDriversRecord) {
