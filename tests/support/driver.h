@@ -1,6 +1,8 @@
 // The Wi-Fi driver behind the library's ioctls: numbered objects and the survey text.
 #pragma once
 
+#include <linux/wireless.h>
+
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -11,16 +13,6 @@
 #include "support/rows.h"
 
 namespace harness {
-
-// The kernel's wireless request with a data pointer.
-struct DriverRequest {
-    char name[16];
-    char* data;
-    uint16_t length;
-    uint16_t flags;
-    uint8_t reserved[4];
-};
-static_assert(sizeof(DriverRequest) == 32);
 
 // A record of 'x' between two guards.
 template <class T>
@@ -72,37 +64,37 @@ protected:
     uint16_t survey_length = 0;  // what the driver reports instead of the text's length, unless 0
 
 private:
-    std::string note(DriverRequest request) {
-        request.data = nullptr;
+    std::string note(iwreq request) {
+        request.u.data.pointer = nullptr;
         memcpy(requests.emplace_back().data(), &request, sizeof request);
         errno = EOPNOTSUPP;  // of a refusal
-        return {request.name, strnlen(request.name, sizeof request.name)};
+        return {request.ifr_name, strnlen(request.ifr_name, sizeof request.ifr_name)};
     }
 
     int take_object(void* record) {
-        DriverRequest& request = *static_cast<DriverRequest*>(record);
+        iw_point& data = static_cast<iwreq*>(record)->u.data;
         char number[8];
-        std::snprintf(number, sizeof number, " %04x", request.flags);
-        const auto row = objects.find(note(request) + number);
-        const bool set = (request.flags & 0x8000) != 0;
-        if (set) payload.assign(request.data, request.length);
-        if (set || row == objects.end()) return row == objects.end() ? -1 : 0;
-        return answer(request, row->second, row->second.size());
+        std::snprintf(number, sizeof number, " %04x", data.flags);
+        const auto row = objects.find(note(*static_cast<iwreq*>(record)) + number);
+        const bool set = (data.flags & 0x8000) != 0;
+        if (set) payload.assign(static_cast<const char*>(data.pointer), data.length);
+        if (row == objects.end()) return -1;
+        if (!set) put(data, row->second, row->second.size());
+        return 0;
     }
 
     int take_survey(void* record) {
-        DriverRequest& request = *static_cast<DriverRequest*>(record);
-        note(request);
+        iw_point& data = static_cast<iwreq*>(record)->u.data;
+        note(*static_cast<iwreq*>(record));
         if (survey.empty()) return -1;
-        answer(request, survey, std::min<size_t>(survey.size(), request.length));
-        if (survey_length != 0) request.length = survey_length;
+        put(data, survey, std::min<size_t>(survey.size(), data.length));
+        if (survey_length != 0) data.length = survey_length;
         return 0;
     }
 
-    static int answer(DriverRequest& request, const std::string& text, size_t size) {
-        memcpy(request.data, text.data(), size);
-        request.length = static_cast<uint16_t>(size);
-        return 0;
+    static void put(iw_point& data, const std::string& text, size_t size) {
+        memcpy(data.pointer, text.data(), size);
+        data.length = static_cast<uint16_t>(size);
     }
 };
 

@@ -25,13 +25,11 @@ protected:
         return {spec.channel, spec.ext_channel, spec.frequency_mhz, spec.reserved,
                 spec.bandwidth_mhz};
     }
-    // The radar detection of rai0, and whether it was found.
-    static std::pair<int, std::array<int32_t, 3>> radar(const std::string& ifname = "rai0") {
+    // Whether the radar detection was found, and what is known of it.
+    static std::array<int32_t, 4> radar(const std::string& ifname = "rai0") {
         dfs_info info = {-7, -7, -7};
         const int result = wireless_get_dfs_info(ifname.c_str(), &info);
-        return {
-            result, {info.rd_mode, info.channel_moving_time, info.remaining}
-        };
+        return {result, info.rd_mode, info.channel_moving_time, info.remaining};
     }
     wireless_conf& record = host().radios[0].bss[0];
     std::string statistics;  // empty: the command leaves no file
@@ -81,28 +79,28 @@ TEST_F(Status, ReadsRadarDetection) {
              "=-1,60,0 -7 60 60  =2,60 2 60 0  =2 2 0 -7  = -7 0 -7"))
         for (const std::string& end : harness::Lines{"", "\n", "\n" + key + "=1,9,1\n"}) {
             statistics = "A=1\n\n" + key + values + end;
-            EXPECT_EQ(std::pair(1, std::array{mode, moving_time, remaining}), radar()) << values;
+            EXPECT_EQ((std::array{1, mode, moving_time, remaining}), radar()) << values;
             EXPECT_EQ("$ /sbin/iwpriv rai0 stat > /tmp/rai0.dfsinfo\n", taken());
             EXPECT_EQ(statistics, read("/tmp/rai0.dfsinfo"));
         }
-    constexpr std::array kUntouched = {-7, -7, -7};
+    constexpr std::array kUntouched = {0, -7, -7, -7};
     for (const std::string& text : {key, "A=" + key + "=2,60,15", key + " =2,60,15",
                                     key.substr(1) + "=2,60,15", std::string()}) {
         statistics = text + '\n';
-        EXPECT_EQ(std::pair(0, kUntouched), radar()) << text;
+        EXPECT_EQ(kUntouched, radar()) << text;
     }
     taken();
     statistics = key + "=2,60,15\n";
     for (const std::string& ifname :
          {std::string("ra0"), std::string("../etc/x"), std::string(128, 'n')})
-        EXPECT_EQ(std::pair(0, kUntouched), radar(ifname)) << ifname;
+        EXPECT_EQ(kUntouched, radar(ifname)) << ifname;
     EXPECT_EQ("", taken());
     EXPECT_NE("", err());
 }
 
 TEST_F(Status, WithoutStatisticsIsReported) {
     char value[32] = "untouched";
-    EXPECT_EQ(std::pair(0, std::array{-7, -7, -7}), radar());
+    EXPECT_EQ((std::array{0, -7, -7, -7}), radar());
     EXPECT_EQ("fopen /sbin/iwpriv rai0 stat > /tmp/rai0.dfsinfo fail", err());
     EXPECT_EQ(0, mt762x_get_apcli_status("apclii0", value, value));
     EXPECT_EQ("popen /sbin/iwpriv apclii0 stat > /tmp/apclii0.stat fail", err());
@@ -164,25 +162,20 @@ TEST_F(RepeaterLink, IsUpWithOrWithoutStatistics) {
 }
 
 TEST_F(RepeaterLink, IsDownWithoutAnAccessPoint) {
-    link.ap_mac = "";
-    memset(up.bssid, 0, sizeof up.bssid);
-    expect_link(0, up);
-    link.ssid = "";
-    expect_link(0, {});
-    EXPECT_EQ("", taken());
-}
-
-TEST_F(RepeaterLink, HasSpeedAndName) {
     char ssid[64];
     EXPECT_EQ(0, wireless_api_get_ssid("apclii0", ssid));
     EXPECT_STREQ("upstream", ssid);
     EXPECT_EQ(-1, wireless_api_get_ssid("nil0", ssid));
     EXPECT_EQ(866, rt61_get_wireless_link_speed("apclii0"));
-    link.ap_mac = "";
+    const std::string mac = std::exchange(link.ap_mac, "");
+    memset(up.bssid, 0, sizeof up.bssid);
+    expect_link(0, up);
     EXPECT_EQ(0, rt61_get_wireless_link_speed("apclii0"));
-    link.ap_mac = "00:11:22:33:44:55";
+    link.ap_mac = mac;
     link.ssid = "";
+    expect_link(0, {});
     EXPECT_EQ(0, rt61_get_wireless_link_speed("apclii0"));
+    EXPECT_EQ("", taken());
 }
 
 TEST_F(Status, HasAPowerOfAtMost100) {
