@@ -12,7 +12,6 @@
 namespace fault {
 
 inline constexpr int kNone = -999;
-
 struct Call {
     const char* name;
     int (*run)(char* out);  // out: room for any output

@@ -1,4 +1,6 @@
 // Every call to the system that an exported function makes fails, one after the other.
+#include <net/if.h>  // ahead of the kernel's own
+
 #include <linux/wireless.h>
 
 #include <algorithm>
@@ -12,6 +14,7 @@
 #include "host/state.h"
 #include "live/interfaces.h"
 #include "support/board.h"
+#include "switch/switch_board.h"
 
 namespace {
 
@@ -22,7 +25,7 @@ using harness::Lines;
 constexpr const char* kFaults[] = {"fopen",  "open",  "read",   "fwrite", "popen",
                                    "socket", "ioctl", "malloc", "mkdir",  "system"};
 
-class FaultDeathTest : public harness::Board {
+class FaultDeathTest : public harness::SwitchBoard {
 protected:
     FaultDeathTest() {
         write("/proc/mtd",
@@ -35,8 +38,11 @@ protected:
         on_command = [this](const std::string& command) { return run_tool(command); };
         on_ioctl[0x8BE1] = answer_object;
         on_ioctl[0x8BED] = answer_survey;
-        on_ioctl[0x89F3] = read_register;
-        on_ioctl[0x89F4] = [](void*) { return 0; };
+        table.rows = {
+            {4, 4, 0xFF000010}
+        };
+        table.end_with_last = true;
+        journal_registers = journal_sockets = false;
     }
 
     // The board anew, as far as calls change it.
@@ -105,9 +111,8 @@ private:
     static int answer_object(void* record) {
         iw_point& data = static_cast<iwreq*>(record)->u.data;
         if ((data.flags & 0x8000) != 0) return 0;
-        const uint32_t configured = 2;
-        std::memcpy(data.pointer, &configured, sizeof configured);
-        data.length = sizeof configured;
+        std::memcpy(data.pointer, "\2\0\0", 4);  // configured
+        data.length = 4;
         return 0;
     }
     static int answer_survey(void* record) {
@@ -116,16 +121,6 @@ private:
         std::memset(data.pointer, '\n', data.length);
         return 0;
     }
-    // An address table of one entry.
-    static int read_register(void* record) {
-        uint32_t words[4];
-        void* const data = static_cast<ifreq*>(record)->ifr_data;
-        std::memcpy(words, data, sizeof words);
-        words[3] = words[1] == 0x80 ? 0x6000 : words[1] == 0x8C ? 0xFF000010 : 4;
-        std::memcpy(data, words, sizeof words);
-        return 0;
-    }
-
     static constexpr const char* kDriverText =
         "V1\n"
         "Ap Client Status : 1 -50\n"

@@ -5,46 +5,36 @@ namespace {
 
 using harness::Lines;
 
-constexpr const char* kReadDiag = "/sbin/uboot_env -g diag";
-constexpr const char* kReadFtm = "/sbin/uboot_env -g ftm";
 constexpr const char* kDiagCache = "/tmp/diag_flag";
 constexpr const char* kMarker = "/tmp/factory_default_mode";
 
 class BootFlags : public harness::Board {};
 
-TEST_F(BootFlags, DiagIsOffOnlyForAPlainZeroAndThenCached) {
-    for (const std::string output : {"0\n", "0\r\n", "1\n", "00\n", "0 \n", ""}) {
-        const int flag = output == "0\n" || output == "0\r\n" ? 0 : 1;
+TEST_F(BootFlags, DiagIsOffOnlyForAPlainZeroAndItsCacheAnswersWhatItHolds) {
+    for (const std::string output : {"1\n", "00\n", "0 \n", "", "0\r\n", "0\n"}) {
+        const int flag = output != "0\n" && output != "0\r\n";
         remove(kDiagCache);
-        answer(kReadDiag, output);
+        answer("/sbin/uboot_env -g diag", output);
         EXPECT_EQ(flag, check_diag_flag()) << output;
         EXPECT_EQ(std::to_string(flag), read(kDiagCache));
     }
-    EXPECT_EQ(Lines(6, std::string("$< ") + kReadDiag), journal());
-}
-
-TEST_F(BootFlags, TheDiagCacheAnswersWhatItHoldsAndIsOnWhenUnreadable) {
-    answer(kReadDiag, "0\n");
     for (const char* content : {"0", "1", "7\n", ""}) {
         write(kDiagCache, content);
         EXPECT_EQ(std::atoi(content), check_diag_flag());
     }
     remove(kDiagCache);
     write(std::string(kDiagCache) + "/file", "");
-    EXPECT_EQ(1, check_diag_flag());
-    EXPECT_EQ(Lines{}, journal());
+    EXPECT_EQ(1, check_diag_flag());  // unreadable
+    EXPECT_EQ(Lines(6, "$< /sbin/uboot_env -g diag"), journal());
 }
 
 TEST_F(BootFlags, SettingAFlagChangesTheBootVariableAlone) {
     write(kDiagCache, "1");
-    EXPECT_EQ(0, clear_diag_flag());
-    EXPECT_EQ(0, write_diag_flag());
-    EXPECT_EQ(0, set_ated_flag());
-    Lines expected;
-    for (const char* setting : {"diag=0", "diag=1", "ftm=on"})
-        expected.push_back(std::string("$ /sbin/uboot_env -s ") + setting +
-                           " | /sbin/mtd write - Config");
-    EXPECT_EQ(expected, journal());
+    EXPECT_EQ(0, clear_diag_flag() + write_diag_flag() + set_ated_flag());
+    EXPECT_EQ((Lines{"$ /sbin/uboot_env -s diag=0 | /sbin/mtd write - Config",
+                     "$ /sbin/uboot_env -s diag=1 | /sbin/mtd write - Config",
+                     "$ /sbin/uboot_env -s ftm=on | /sbin/mtd write - Config"}),
+              journal());
     EXPECT_EQ(1, check_diag_flag());
     EXPECT_EQ(0, is_factory_test_mode());
 }
@@ -52,17 +42,16 @@ TEST_F(BootFlags, SettingAFlagChangesTheBootVariableAlone) {
 // The boot variable "ftm", as check_ated_flag() and set_ftm_cache() see it.
 TEST_F(BootFlags, FactoryTestModeIsAskedForByOnAlone) {
     for (const std::string output : {"on\n", "on", "on\r\n", "ON\n", "on \n", "onn\n", ""}) {
-        SCOPED_TRACE(output);
         const int wanted = output == "on\n" || output == "on" || output == "on\r\n" ? 1 : 0;
         remove(kMarker);
-        answer(kReadFtm, output);
-        EXPECT_EQ(wanted, check_ated_flag());
+        answer("/sbin/uboot_env -g ftm", output);
+        EXPECT_EQ(wanted, check_ated_flag()) << output;
         EXPECT_EQ(0, is_factory_test_mode());
         EXPECT_EQ(wanted, set_ftm_cache());
         EXPECT_EQ(wanted, is_factory_test_mode());
         EXPECT_EQ(wanted ? "on" : "(none)", read(kMarker));
     }
-    EXPECT_EQ(Lines(14, std::string("$< ") + kReadFtm), journal());
+    EXPECT_EQ(Lines(14, "$< /sbin/uboot_env -g ftm"), journal());
 }
 
 TEST_F(BootFlags, AToolThatCannotStartLeavesDiagOnAndFactoryTestModeOff) {
@@ -78,51 +67,40 @@ TEST_F(BootFlags, AToolThatCannotStartLeavesDiagOnAndFactoryTestModeOff) {
 
 TEST_F(BootFlags, FactoryTestModeIsTheMarkerWhateverItHolds) {
     write(kMarker, "");
-    answer(kReadFtm, "off\n");
     EXPECT_EQ(0, set_ftm_cache());
     EXPECT_EQ(1, is_factory_test_mode());
     EXPECT_EQ("", read(kMarker));
     remove("/tmp");
-    answer(kReadFtm, "on\n");
+    answer("/sbin/uboot_env -g ftm", "on\n");
     EXPECT_EQ(1, set_ftm_cache());  // not reported: the marker cannot be written
     EXPECT_EQ(0, is_factory_test_mode());
 }
 
 using SystemActions = BootFlags;
 
-TEST_F(SystemActions, RebootAsksProcessOneToEnd) {
-    EXPECT_EQ(0, send_system_reboot_signal());
-    EXPECT_EQ(Lines{"kill 1 15"}, journal());
-}
-
-TEST_F(SystemActions, RestoreReportsTheToolsStatus) {
-    const char* const path = "/tmp/$(reboot) it's";
-    const std::string command = R"(/sbin/restorebackup '/tmp/$(reboot) it'\''s')";
-    EXPECT_EQ(0, restore_backup_config(path));
-    answer(command, 0x100);
-    EXPECT_EQ(-1, restore_backup_config(path));
-    EXPECT_EQ(Lines(2, "$ " + command), journal());
-    fail_nth("system", 1);
-    EXPECT_EQ(-1, restore_backup_config(path));
-}
-
-TEST_F(SystemActions, RestoreTakesTheLongestPathAndRefusesOthersUnrun) {
+TEST_F(SystemActions, RestoreReportsTheToolsStatusAndRefusesPathsUnrun) {
     const std::string longest(4096, 'p');
+    const std::string command = R"(/sbin/restorebackup '/tmp/$(reboot) it'\''s')";
+    answer(command, 0x100);
+    EXPECT_EQ(-1, restore_backup_config("/tmp/$(reboot) it's"));
     for (const std::string& path : {std::string(), std::string(4300, 'p'), std::string(4096, '\'')})
         EXPECT_EQ(-1, restore_backup_config(path.c_str()));
     EXPECT_EQ(-1, restore_backup_config(nullptr));
     EXPECT_EQ(0, restore_backup_config(longest.c_str()));
-    EXPECT_EQ(Lines{"$ /sbin/restorebackup " + longest}, journal());
+    EXPECT_EQ((Lines{"$ " + command, "$ /sbin/restorebackup " + longest}), journal());
+    fail_nth("system", 1);
+    EXPECT_EQ(-1, restore_backup_config("/tmp/backup"));
 }
 
-TEST_F(SystemActions, ThatThisBoardLacksAnswerAtOnce) {
+TEST_F(SystemActions, RebootAsksProcessOneToEndAndWhatThisBoardLacksAnswersAtOnce) {
+    EXPECT_EQ(0, send_system_reboot_signal());
     EXPECT_EQ(-1, soft_reset());
     EXPECT_EQ(2, get_usb_mode());
     for (int (*const action)() : {set_pincode_flash, get_pincode_flash, set_usb_mode, platform_save,
                                   platform_default, platform_restore, platform_reset})
         EXPECT_EQ(0, action());
     for (const int value : {0, INT32_MAX}) EXPECT_EQ(value, platform_preinit(value));
-    EXPECT_EQ(Lines{}, journal());
+    EXPECT_EQ(Lines{"kill 1 15"}, journal());
 }
 
 }  // namespace

@@ -36,9 +36,6 @@ TEST_F(Mtd, SizeIsThatOfTheFirstLineWithTheWholeName) {
           static_cast<const char*>(nullptr)})
         EXPECT_EQ(0U, mtd_get_size(name)) << name;
     EXPECT_EQ(0x20U, get_config_region_size());
-}
-
-TEST_F(Mtd, ATableThatSaysNoSizeGivesNone) {
     for (const char* rows : {"", "mtd0:\"Config\"\n", "mtd0: 0004", "mtd0: zz 1 \"Config\"\n",
                              "mtd0: 0004 0002 \"Config\""}) {
         write("/proc/mtd", std::string("dev:    size   erasesize  name\n") + rows);
@@ -47,15 +44,7 @@ TEST_F(Mtd, ATableThatSaysNoSizeGivesNone) {
     }
 }
 
-TEST_F(Mtd, AMissingTableIsToldApartFromAMissingName) {
-    remove("/proc/mtd");
-    EXPECT_EQ(0xFFFFFFFF, mtd_get_size("Config"));
-    EXPECT_EQ("find_mtd_size Unable to open /proc/mtd\n", err());
-    EXPECT_EQ(-1, mtd_open("Config", O_RDONLY));
-    EXPECT_EQ("", err());
-}
-
-TEST_F(Mtd, OpensTheDeviceWithTheFlagsAsked) {
+TEST_F(Mtd, OpensTheDeviceWithTheFlagsAskedAndTellsAMissingTableFromAMissingName) {
     for (const int flags : {O_RDONLY, O_RDWR}) {
         const int device = mtd_open("Config", flags);
         EXPECT_EQ(flags, fcntl(device, F_GETFL) & O_ACCMODE);
@@ -63,21 +52,23 @@ TEST_F(Mtd, OpensTheDeviceWithTheFlagsAsked) {
     }
     for (const char* name : {"Config2", "Conf", "thirty characters and too long"})
         EXPECT_EQ(-1, mtd_open(name, O_RDONLY)) << name;
+    remove("/proc/mtd");
+    EXPECT_EQ(0xFFFFFFFF, mtd_get_size("Config"));
+    EXPECT_EQ("find_mtd_size Unable to open /proc/mtd\n", err());
+    EXPECT_EQ(-1, mtd_open("Config", O_RDONLY));
+    EXPECT_EQ("", err());
 }
 
 TEST_F(Mtd, ReadsFromAnOffsetAndCountsWhatThereWas) {
-    const std::tuple<int, int, std::string, const char*> kRows[] = {
-        {16, 8,  "01234567", ""                             },
-        {30, 4,  "EF",       "offset:0000001e, n=2,len=4\n" },
-        {64, 16, "",         "offset:00000040, n=0,len=16\n"},
-        {0,  0,  "",         ""                             },
-    };
-    for (const auto& [offset, length, bytes, message] : kRows) {
-        std::string buffer(20, '#');
-        EXPECT_EQ(static_cast<int>(bytes.size()), read_config(buffer.data(), offset, length));
-        EXPECT_EQ(bytes + std::string(20 - bytes.size(), '#'), buffer);
-        EXPECT_EQ(*message ? std::string("mtd_readbuf error Config:") + message : "", err());
-    }
+    std::string buffer(12, '#');
+    EXPECT_EQ(8, read_config(buffer.data(), 16, 8));
+    EXPECT_EQ("01234567####", buffer);
+    EXPECT_EQ(2, read_config(buffer.data(), 30, 4));
+    EXPECT_EQ("mtd_readbuf error Config:offset:0000001e, n=2,len=4\n", err());
+    EXPECT_EQ(0, read_config(buffer.data(), 64, 16));
+    EXPECT_EQ("mtd_readbuf error Config:offset:00000040, n=0,len=16\n", err());
+    EXPECT_EQ(0, read_config(buffer.data(), 0, 0));
+    EXPECT_EQ("EF234567####", buffer);
 }
 
 TEST_F(Mtd, ReadsNothingWithoutADevice) {
@@ -92,16 +83,20 @@ TEST_F(Mtd, ReadsNothingWithoutADevice) {
 }
 
 TEST_F(Mtd, HandsTheToolExactlyTheBytesAsked) {
-    std::string buffer(64, '\0');
-    for (size_t i = 0; i < buffer.size(); ++i) buffer[i] = static_cast<char>(i);
-    EXPECT_EQ(0, mtd_writebuf(buffer.data(), 16, 32, "Config"));
-    EXPECT_EQ(0, mtd_writebuf(buffer.data(), 0, 0, "Config2"));
-    EXPECT_EQ(0, write_config(buffer.data(), 3));
+    constexpr char kBytes[] = "\0\1\n 45\0\xFF";
+    EXPECT_EQ(0, mtd_writebuf(kBytes, 2, 5, "Config"));
+    EXPECT_EQ(0, mtd_writebuf(kBytes, 0, 0, "Config2"));
+    EXPECT_EQ(0, write_config(kBytes, 3));
     EXPECT_EQ(0, write_config(nullptr, 64));
     EXPECT_EQ((Lines{"$> /sbin/mtd write - Config", "$> /sbin/mtd write - Config2",
                      "$> /sbin/mtd write - Config", "$> /sbin/mtd write - Config"}),
               journal());
-    EXPECT_EQ((Lines{buffer.substr(16, 32), "", buffer.substr(0, 3), "DEFAULT"}), inputs());
+    EXPECT_EQ((Lines{
+                  {kBytes + 2, 5},
+                  "", {kBytes,     3},
+                  "DEFAULT"
+    }),
+              inputs());
 }
 
 TEST_F(Mtd, AToolThatCannotStartIsReported) {

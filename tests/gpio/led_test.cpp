@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <cstring>
+#include <sstream>
 
 #include "platform/flash.h"
 #include "platform/gpio.h"
@@ -34,62 +35,43 @@ private:
     std::unique_ptr<harness::LibraryHook> hook_;
 };
 
-struct LedRow {
-    const char* name;
-    int (*call)();
-    int result;
-    Lines written;
-    Lines commands;
-};
-void PrintTo(const LedRow& row, std::ostream* out) {
-    *out << row.name;
-}
-
-class LedEntry : public Leds, public testing::WithParamInterface<LedRow> {};
-
 // Run LED 18, Wi-Fi LEDs 21 and none, USB LEDs 23, none and 24; the radios' list is 1, 7, 0.
-TEST_P(LedEntry, DrivesItsPins) {
+TEST_F(Leds, AreDrivenByTheirPins) {
     host().hw.wl_led[1].gpio = -1;
     std::strcpy(host().hw.wl_led[0].driven, "driver");
     host().hw.usb_count = 3;
     host().hw.usb_led_gpio[2] = 24;
     host().wl_modes = {1, 7, 0};
-    EXPECT_EQ(GetParam().result, GetParam().call());
-    EXPECT_EQ(GetParam().written, written);
-    EXPECT_EQ(GetParam().commands, journal());
+    for (const int result : {turn_led(7, 1), turn_led(7, 5), turn_led(7, 0),
+                             platform_run_led_control(1), platform_wl_led_control(2, 0),
+                             platform_usb_led_control(0, 1), platform_all_usb_led_control(0)})
+        EXPECT_EQ(3, result);
+    EXPECT_EQ(7, platform_wl_led_control(1, 1));  // of another mode
+    EXPECT_EQ(-1, platform_all_wl_led_control(1));
+    EXPECT_EQ((Lines{"out 7 0", "out 7 0", "out 7 1", "out 18 0", "out 21 1", "out 23 0",
+                     "out 23 1", "out 24 1", "out 21 0"}),
+              written);
+    written.clear();
+    for (const int radio : {0, 3, -1}) EXPECT_EQ(-1, platform_wl_led_control(radio, 1));
+    for (const int port : {1, 18, -1}) EXPECT_EQ(-1, platform_usb_led_control(port, 1));
+    platform_power_led_control(1);
+    platform_wan_led_control(1, 1);
+    platform_init_led_control(1);
+    gpio_set_led();
+    EXPECT_EQ(0, stop_runled() + start_runled() + set_usbled());
+    EXPECT_EQ(Lines{}, written);
+    EXPECT_EQ(Lines{}, journal());
 }
 
-const LedRow kLedRows[] = {
-    {"TurnOn",             [] { return turn_led(7, 1); },                   3,  {"out 7 0"},              {}       },
-    {"TurnOnByAnyNumber",  [] { return turn_led(7, 5); },                   3,  {"out 7 0"},              {}       },
-    {"TurnOff",            [] { return turn_led(7, 0); },                   3,  {"out 7 1"},              {}       },
-    {"Run",                [] { return platform_run_led_control(1); },      3,  {"out 18 0"},             {}       },
-    {"RadioWithoutPin",    [] { return platform_wl_led_control(0, 1); },    -1, {},                       {}       },
-    {"RadioOfAnotherMode", [] { return platform_wl_led_control(1, 1); },    7,  {},                       {}       },
-    {"Radio",              [] { return platform_wl_led_control(2, 0); },    3,  {"out 21 1"},             {}       },
-    {"RadioBeyondTheList", [] { return platform_wl_led_control(3, 0); },    -1, {},                       {}       },
-    {"RadioBeforeTheList", [] { return platform_wl_led_control(-1, 0); },   -1, {},                       {}       },
-    {"AllRadios",          [] { return platform_all_wl_led_control(1); },   -1, {"out 21 0"},             {}       },
-    {"Usb",                [] { return platform_usb_led_control(0, 1); },   3,  {"out 23 0"},             {}       },
-    {"UsbWithoutPin",      [] { return platform_usb_led_control(1, 1); },   -1, {},                       {}       },
-    {"UsbBeyondTheRecord", [] { return platform_usb_led_control(18, 1); },  -1, {},                       {}       },
-    {"UsbBeforeTheRecord", [] { return platform_usb_led_control(-1, 1); },  -1, {},                       {}       },
-    {"AllUsb",             [] { return platform_all_usb_led_control(0); },  3,  {"out 23 1", "out 24 1"}, {}       },
-    {"Lan",                [] { return platform_lan_led_control(2, 1); },   0,  {},                       kPortsOn },
-    {"AllLan",             [] { return platform_all_lan_led_control(0); },  0,  {},                       kPortsOff},
-    {"AllWan",             [] { return platform_all_wan_led_control(-1); }, 0,  {},                       kPortsOn },
-    {"Nothing",
-     [] {
-         platform_power_led_control(1);
-         platform_wan_led_control(1, 1);
-         platform_init_led_control(1);
-         gpio_set_led();
-         return stop_runled() + start_runled() + set_usbled();
-     },                                                                     0,
-     {},
-     {}                                                                                                            },
-};
-INSTANTIATE_TEST_SUITE_P(, LedEntry, testing::ValuesIn(kLedRows), harness::CaseName());
+TEST_F(Leds, OfThePortsAreTheSwitchs) {
+    EXPECT_EQ(0, platform_lan_led_control(2, 1));
+    EXPECT_EQ(0, platform_all_lan_led_control(0));
+    EXPECT_EQ(0, platform_all_wan_led_control(-1));
+    Lines expected;
+    for (const Lines& part : {kPortsOn, kPortsOff, kPortsOn})
+        expected.insert(expected.end(), part.begin(), part.end());
+    EXPECT_EQ(expected, journal());
+}
 
 TEST_F(Leds, BothRadiosAndNoUsb) {
     EXPECT_EQ(3, platform_all_wl_led_control(0));
@@ -106,9 +88,6 @@ TEST_F(Leds, TheRunLedBlinksUnlessToldOtherwise) {
     std::memset(operation, '#', sizeof operation);
     EXPECT_EQ(0, get_run_led_op(operation));
     EXPECT_STREQ("blink", operation);
-    EXPECT_EQ(0, set_run_led_op("wps"));
-    EXPECT_EQ(0, get_run_led_op(operation));
-    EXPECT_STREQ("wps", operation);
     EXPECT_EQ(0, set_run_led_op("a text of more than thirty-one characters"));
     EXPECT_EQ(0, get_run_led_op(operation));
     EXPECT_STREQ("a text of more than thirty-one ", operation);
@@ -116,34 +95,29 @@ TEST_F(Leds, TheRunLedBlinksUnlessToldOtherwise) {
 
 TEST_F(Leds, WpsIsTheStateBeforeSilence) {
     host().led_silence.mode = 1;
-    EXPECT_EQ(2, get_run_led_state());
-    set_run_led_op("wps");
-    EXPECT_EQ(1, get_run_led_state());
-    set_run_led_op("wpsx");
-    EXPECT_EQ(2, get_run_led_state());
+    for (const std::string operation : {"", "wps", "wpsx"}) {
+        EXPECT_EQ(0, set_run_led_op(operation.c_str()));
+        EXPECT_EQ(operation == "wps" ? 1 : 2, get_run_led_state()) << operation;
+    }
     host().led_silence.mode = 0;
     EXPECT_EQ(0, get_run_led_state());
 }
 
 TEST_F(Leds, SilentHoursMayCrossMidnight) {
     // Mode, start, end, hours of silence from hour 0 on.
-    const std::tuple<uint32_t, uint32_t, uint32_t, const char*> rows[] = {
-        {2, 22, 6,  "111111----------------11"},
-        {2, 6,  22, "------1111111111111111--"},
-        {9, 5,  5,  "111111111111111111111111"},
-        {2, 0,  1,  "1-----------------------"},
-        {2, 23, 0,  "-----------------------1"},
-        {1, 6,  7,  "111111111111111111111111"},
-        {0, 0,  24, "------------------------"},
-    };
-    for (const auto& [mode, start, end, silent] : rows) {
+    for (const char* row : {"2 22 6 111111----------------11", "2 6 22 ------1111111111111111--",
+                            "9 5 5 111111111111111111111111", "2 0 1 1-----------------------",
+                            "2 23 0 -----------------------1", "1 6 7 111111111111111111111111",
+                            "0 0 24 ------------------------"}) {
+        uint32_t mode, start, end;
+        std::string silent, states;
+        std::istringstream(row) >> mode >> start >> end >> silent;
         host().led_silence = {mode, start, end};
-        std::string states;
         for (int hour = 0; hour < 24; ++hour) {
             now = 1'700'006'400 + hour * 3600 + hour * 150;  // from a midnight on
             states += get_run_led_state() == 2 ? '1' : '-';
         }
-        EXPECT_EQ(silent, states) << mode << ' ' << start << ' ' << end;
+        EXPECT_EQ(silent, states) << row;
     }
 }
 

@@ -9,18 +9,12 @@ class DiskUpdates : public harness::SampleRadios {};
 
 TEST_F(DiskUpdates, TakeTheBrandFromTheModelName) {
     // What lies behind the name's end is no part of it.
-    const std::pair<std::string, std::string> kRows[] = {
-        {"Quolex R2400",   "R2400"         },
-        {"QuolexR2400",    "2400"          },
-        {"Quolex ",        ""              },
-        {"Quolex",         ""              },
-        {"quolex R2400",   "quolex R2400"  },
-        {"A Quolex R2400", "A Quolex R2400"},
-    };
-    for (const auto& [model, name] : kRows) {
-        harness::put_text(host().pi, model + std::string(1, '\0') + "behind");
+    for (const std::string row : {"Quolex R2400=R2400", "QuolexR2400=2400", "Quolex =", "Quolex=",
+                                  "quolex R2400=quolex R2400", "A Quolex R2400=A Quolex R2400"}) {
+        const size_t end = row.find('=');
+        harness::put_text(host().pi, row.substr(0, end) + '\0' + "behind");
         wsc_profile_update();
-        for (const int wl_mode : {0, 1}) expect_keys(wl_mode, {"WscModelName=" + name});
+        for (const int wl_mode : {0, 1}) expect_keys(wl_mode, {"WscModelName" + row.substr(end)});
     }
 }
 

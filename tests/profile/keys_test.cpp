@@ -1,5 +1,5 @@
 // What each setting of the records writes.
-#include <cstring>
+#include <sstream>
 
 #include "profile/sample_radios.h"
 
@@ -9,80 +9,76 @@ using harness::Lines;
 using harness::put_text;
 using Conf = wireless_conf;
 
-// One field of each BSS and the keys that follow it. A key without "=" is not in the profile;
-// the shipped one has WirelessMode=2, HT_TxStream=9; and ApCliKey1Str=left over.
-struct Rule {
-    const char* name;
-    int32_t Conf::*field;
-    std::vector<int32_t> values;
-    Lines keys;
+class ProfileKeys : public harness::SampleRadios {
+protected:
+    // A case: the field's value in each BSS, then the keys that follow. A key without "=" is not
+    // in the profile; the shipped one has WirelessMode=2, HT_TxStream=9; and
+    // ApCliKey1Str=left over.
+    void expect_cases(int32_t Conf::*field, std::initializer_list<const char*> cases) {
+        const board::State sample = host();
+        for (const char* text : cases) {
+            SCOPED_TRACE(text);
+            host() = sample;
+            ship_profiles();
+            std::istringstream row(text);
+            std::string word;
+            std::getline(row, word, '|');
+            std::istringstream values(word);
+            size_t bss = 0;
+            for (int value; values >> value; ++bss) record(0, bss).*field = value;
+            radio(0).bss_count = static_cast<int>(bss);
+            apply(0);
+            while (std::getline(row, word, '|')) expect_keys(0, {word});
+        }
+        host() = sample;
+    }
 };
-void PrintTo(const Rule& row, std::ostream* os) {
-    *os << row.name;
+
+TEST_F(ProfileKeys, OfTheRadioFollowItsRecord) {
+    expect_cases(&Conf::wireless_mode,
+                 {"0|BasicRate|WirelessMode=2", "1|BasicRate=15|WirelessMode=0",
+                  "2|BasicRate=3|WirelessMode=1", "3|BasicRate=351|WirelessMode=4",
+                  "4|BasicRate=351|WirelessMode=6", "5|BasicRate=351|WirelessMode=7",
+                  "6|BasicRate=15|WirelessMode=9", "9|BasicRate=15|WirelessMode=8",
+                  "10|BasicRate=15|WirelessMode=14", "11|BasicRate=15|WirelessMode=14",
+                  "12|BasicRate|WirelessMode=2"});
+    expect_cases(&Conf::dfs_enable, {"1|CountryRegionABand=13|IEEE80211H=1|CountryCode=US",
+                                     "2|CountryRegionABand=7|IEEE80211H=0|CountryCode="});
+    expect_cases(&Conf::ext_channel, {"3|HT_EXTCHA=1;1;1;1", "2|HT_EXTCHA=0;0;0;0"});
+    expect_cases(
+        &Conf::bandwidth,
+        {"0|VHT_BW=0|HT_BW=1|HT_BSSCoexistence=1", "20|VHT_BW=0|HT_BW=0|HT_BSSCoexistence=0",
+         "40|VHT_BW=0|HT_BW=1|HT_BSSCoexistence=0", "80|VHT_BW=1|HT_BW=1|HT_BSSCoexistence=0"});
+    expect_cases(&Conf::beamforming, {"5|ETxBfEnCond=1|ITxBfEn=0|MUTxRxEnable=1",
+                                      "-6|ETxBfEnCond=0|ITxBfEn=1|MUTxRxEnable=0"});
+    expect_cases(&Conf::beacon_period, {"-2147483648|BeaconPeriod=-2147483648"});
+    expect_cases(&Conf::wps_enable, {"0 1|WscConfMode=0;0;0;0"});
+    expect_cases(
+        &Conf::apcli_encryption,
+        {"0|ApCliEncrypType=NONE|ApCliDefaultKeyID", "2|ApCliKey4Type=0|ApCliWPAPSK",
+         "3|ApCliEncrypType=TKIP|ApCliDefaultKeyID=2", "4|ApCliEncrypType=AES|ApCliKey1Type",
+         "-1|ApCliEncrypType|ApCliKey1Str=left over"});
 }
 
-class ProfileRule : public harness::SampleRadios, public testing::WithParamInterface<Rule> {};
-
-TEST_P(ProfileRule, SetsItsKeys) {
-    const Rule& row = GetParam();
-    radio(0).bss_count = static_cast<int>(row.values.size());
-    for (size_t i = 0; i < row.values.size(); ++i) record(0, i).*row.field = row.values[i];
-    apply(0);
-    expect_keys(0, row.keys);
+TEST_F(ProfileKeys, OfTheBsssFollowTheirRecords) {
+    expect_cases(&Conf::stream_count,
+                 {"2 0|HT_TxStream=2;2;|HT_RxStream=2;2;", "0 2|HT_TxStream=9;|HT_RxStream"});
+    expect_cases(&Conf::wmm_capable, {"0 1|WmmCapable=0;0;|APSDCapable=0;0;"});
+    expect_cases(&Conf::no_forwarding, {"0 1 2 3|NoForwarding=0;1;0;;", "-1|NoForwarding="});
+    expect_cases(&Conf::ssid_broadcast, {"0 1|HideSSID=1;0;|SSID2=net 1|SSID3"});
+    expect_cases(&Conf::auth_mode,
+                 {"0 1 2 3|AuthMode=OPEN;OPEN;SHARED;WEPAUTO;",
+                  "4 5 6 7|AuthMode=WPA;WPAPSK;OPEN;OPEN;|WscConfMode=0;0;0;0",
+                  "8 9 10|AuthMode=WPA2;WPA2PSK;WPAPSKWPA2PSK;", "9 4|WscConfMode=7;0;0;0",
+                  "11 12 -1|AuthMode=WPA1WPA2;OPEN;OPEN;"});
+    expect_cases(
+        &Conf::encryption,
+        {"0 1 2 3|EncrypType=NONE;WEP;WEP;TKIP;|DefaultKeyID=1;2;3;2;|Key1Str1|Key4Str3=wep 2 3",
+         "4 5 6 -1|EncrypType=AES;TKIPAES;NONE;NONE;|DefaultKeyID=2;2;3;4;|Key1Str4|WPAPSK4=psk "
+         "3"});
+    expect_cases(&Conf::wep_key_format, {"0 1 2|Key1Type=1;0;1;|Key4Type=1;0;1;"});
+    expect_cases(&Conf::radius_port, {"0 65535|RADIUS_Port=1812;65535;"});
 }
-
-const Rule kRules[] = {
-    {"ModeNone",        &Conf::wireless_mode,    {0},           {"BasicRate", "WirelessMode=2"}                            },
-    {"ModeBg",          &Conf::wireless_mode,    {1},           {"BasicRate=15", "WirelessMode=0"}                         },
-    {"ModeB",           &Conf::wireless_mode,    {2},           {"BasicRate=3", "WirelessMode=1"}                          },
-    {"ModeG",           &Conf::wireless_mode,    {3},           {"BasicRate=351", "WirelessMode=4"}                        },
-    {"ModeN",           &Conf::wireless_mode,    {4},           {"BasicRate=351", "WirelessMode=6"}                        },
-    {"ModeGn",          &Conf::wireless_mode,    {5},           {"BasicRate=351", "WirelessMode=7"}                        },
-    {"ModeBgn",         &Conf::wireless_mode,    {6},           {"BasicRate=15", "WirelessMode=9"}                         },
-    {"ModeAn",          &Conf::wireless_mode,    {9},           {"BasicRate=15", "WirelessMode=8"}                         },
-    {"ModeAc",          &Conf::wireless_mode,    {10},          {"BasicRate=15", "WirelessMode=14"}                        },
-    {"ModeAcToo",       &Conf::wireless_mode,    {11},          {"BasicRate=15", "WirelessMode=14"}                        },
-    {"Mode12",          &Conf::wireless_mode,    {12},          {"BasicRate", "WirelessMode=2"}                            },
-    {"Dfs",             &Conf::dfs_enable,       {1},           {"CountryRegionABand=13", "IEEE80211H=1", "CountryCode=US"}},
-    {"Dfs2",            &Conf::dfs_enable,       {2},           {"CountryRegionABand=7", "IEEE80211H=0", "CountryCode="}   },
-    {"ExtensionEqual",  &Conf::ext_channel,      {3},           {"HT_EXTCHA=1;1;1;1"}                                      },
-    {"ExtensionBelow",  &Conf::ext_channel,      {2},           {"HT_EXTCHA=0;0;0;0"}                                      },
-    {"Width0",          &Conf::bandwidth,        {0},           {"VHT_BW=0", "HT_BW=1", "HT_BSSCoexistence=1"}             },
-    {"Width20",         &Conf::bandwidth,        {20},          {"VHT_BW=0", "HT_BW=0", "HT_BSSCoexistence=0"}             },
-    {"Width40",         &Conf::bandwidth,        {40},          {"VHT_BW=0", "HT_BW=1", "HT_BSSCoexistence=0"}             },
-    {"Width80",         &Conf::bandwidth,        {80},          {"VHT_BW=1", "HT_BW=1", "HT_BSSCoexistence=0"}             },
-    {"Beams5",          &Conf::beamforming,      {5},           {"ETxBfEnCond=1", "ITxBfEn=0", "MUTxRxEnable=1"}           },
-    {"BeamsMore",       &Conf::beamforming,      {-6},          {"ETxBfEnCond=0", "ITxBfEn=1", "MUTxRxEnable=0"}           },
-    {"Negative",        &Conf::beacon_period,    {INT32_MIN},   {"BeaconPeriod=-2147483648"}                               },
-    {"Streams",         &Conf::stream_count,     {2, 0},        {"HT_TxStream=2;2;", "HT_RxStream=2;2;"}                   },
-    {"NoStreams",       &Conf::stream_count,     {0, 2},        {"HT_TxStream=9;", "HT_RxStream"}                          },
-    {"NoWmm",           &Conf::wmm_capable,      {0, 1},        {"WmmCapable=0;0;", "APSDCapable=0;0;"}                    },
-    {"Isolation",       &Conf::no_forwarding,    {0, 1, 2, 3},  {"NoForwarding=0;1;0;;"}                                   },
-    {"IsolationOfOne",  &Conf::no_forwarding,    {-1},          {"NoForwarding="}                                          },
-    {"Hidden",          &Conf::ssid_broadcast,   {0, 1},        {"HideSSID=1;0;", "SSID2=net 1", "SSID3"}                  },
-    {"Auth0To3",        &Conf::auth_mode,        {0, 1, 2, 3},  {"AuthMode=OPEN;OPEN;SHARED;WEPAUTO;"}                     },
-    {"Auth4To7",        &Conf::auth_mode,        {4, 5, 6, 7},  {"AuthMode=WPA;WPAPSK;OPEN;OPEN;"}                         },
-    {"Auth8To10",       &Conf::auth_mode,        {8, 9, 10},    {"AuthMode=WPA2;WPA2PSK;WPAPSKWPA2PSK;"}                   },
-    {"Auth11On",        &Conf::auth_mode,        {11, 12, -1},  {"AuthMode=WPA1WPA2;OPEN;OPEN;"}                           },
-    {"Cipher0To3",      &Conf::encryption,       {0, 1, 2, 3},  {"EncrypType=NONE;WEP;WEP;TKIP;"}                          },
-    {"Cipher4On",       &Conf::encryption,       {4, 5, 6, -1}, {"EncrypType=AES;TKIPAES;NONE;NONE;"}                      },
-    {"KeyId0To3",       &Conf::encryption,       {0, 1, 2, 3},  {"DefaultKeyID=1;2;3;2;", "Key1Str1"}                      },
-    {"KeyId4On",        &Conf::encryption,       {4, 5, 6, -1}, {"DefaultKeyID=2;2;3;4;", "Key1Str4"}                      },
-    {"KeyTexts",        &Conf::encryption,       {0, 1, 2, -1}, {"Key4Str3=wep 2 3", "WPAPSK4=psk 3"}                      },
-    {"KeyFormat",       &Conf::wep_key_format,   {0, 1, 2},     {"Key1Type=1;0;1;", "Key4Type=1;0;1;"}                     },
-    {"RadiusPort",      &Conf::radius_port,      {0, 65535},    {"RADIUS_Port=1812;65535;"}                                },
-    {"NoWps",           &Conf::wps_enable,       {0, 1},        {"WscConfMode=0;0;0;0"}                                    },
-    {"WpsOfRadius",     &Conf::auth_mode,        {4, 9},        {"WscConfMode=0;0;0;0"}                                    },
-    {"WpsBesideRadius", &Conf::auth_mode,        {9, 4},        {"WscConfMode=7;0;0;0"}                                    },
-    {"ClientOpen",      &Conf::apcli_encryption, {0},           {"ApCliEncrypType=NONE", "ApCliDefaultKeyID"}              },
-    {"ClientWep",       &Conf::apcli_encryption, {2},           {"ApCliKey4Type=0", "ApCliWPAPSK"}                         },
-    {"ClientTkip",      &Conf::apcli_encryption, {3},           {"ApCliEncrypType=TKIP", "ApCliDefaultKeyID=2"}            },
-    {"ClientAes",       &Conf::apcli_encryption, {4},           {"ApCliEncrypType=AES", "ApCliKey1Type"}                   },
-    {"ClientOther",     &Conf::apcli_encryption, {-1},          {"ApCliEncrypType", "ApCliKey1Str=left over"}              },
-};
-INSTANTIATE_TEST_SUITE_P(, ProfileRule, testing::ValuesIn(kRules), harness::CaseName());
-
-class ProfileKeys : public harness::SampleRadios {};
 
 TEST_F(ProfileKeys, CountryIsJapanInTwoCapitals) {
     for (const std::string country : {"JP", "jp", "JPN", "J", "", "US"}) {
@@ -126,21 +122,13 @@ TEST_F(ProfileKeys, OfARadioWithoutAPathGoNowhere) {
 }
 
 TEST_F(ProfileKeys, PowerIsScaledByTheLimit) {
-    // Wanted, limit, factory test mode, set.
-    const std::tuple<int32_t, int, bool, std::string> kRows[] = {
-        {100, 80,  false, "80"      },
-        {100, -1,  false, "100"     },
-        {33,  50,  false, "16"      },
-        {100, 0,   false, "0"       },
-        {50,  200, false, "100"     },
-        {-1,  100, false, "42949671"},
-        {100, 80,  true,  "100"     },
-    };
+    // Wanted, limit, set; the last one in factory test mode.
     board::Regulation& rule = host().regulations.emplace_back();
-    for (const auto& [wanted, limit, factory_test, set] : kRows) {
-        rule.power_percent = limit;
-        if (factory_test) write("/tmp/factory_default_mode", "on");
-        record(0).tx_power = wanted;
+    for (const char* row : {"100 80 80", "100 -1 100", "33 50 16", "100 0 0", "50 200 100",
+                            "-1 100 42949671", "100 81 100"}) {
+        std::string set;
+        std::istringstream(row) >> record(0).tx_power >> rule.power_percent >> set;
+        if (rule.power_percent == 81) write("/tmp/factory_default_mode", "on");
         EXPECT_EQ(harness::kWritten + set + "\n", apply(0));
         const char* const percentage = set == "100" ? "PERCENTAGEenable=0" : "PERCENTAGEenable=1";
         expect_keys(0, {"TxPower=" + set, percentage});

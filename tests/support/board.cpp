@@ -77,28 +77,16 @@ struct Hooks {
         return current->run("$", command).status;
     }
 
-    [[gnu::format(printf, 2, 0)]] static int run_host(const char* mark, const char* format,
-                                                      va_list arguments) {
+    // system2 and system3 of the host.
+    template <char kNumber>
+    [[gnu::format(printf, 1, 2)]] static int run_host(const char* format, ...) {
         char command[8192];
-        const int length = vsnprintf(command, sizeof command, format, arguments);
-        EXPECT_LT(length, int{sizeof command});
-        return current->run(mark, command).status;
-    }
-
-    [[gnu::format(printf, 1, 2)]] static int system2(const char* format, ...) {
         va_list arguments;
         va_start(arguments, format);
-        const int status = run_host("$2", format, arguments);
+        EXPECT_LT(vsnprintf(command, sizeof command, format, arguments), int{sizeof command});
         va_end(arguments);
-        return status;
-    }
-
-    [[gnu::format(printf, 1, 2)]] static int system3(const char* format, ...) {
-        va_list arguments;
-        va_start(arguments, format);
-        const int status = run_host("$3", format, arguments);
-        va_end(arguments);
-        return status;
+        constexpr char kMark[] = {'$', kNumber, '\0'};
+        return current->run(kMark, command).status;
     }
 
     static FILE* popen(const char* command, const char* mode) {
@@ -183,8 +171,8 @@ struct Hooks {
     }
 
     static void* calloc(size_t count, size_t size) {
-        if (current->fails("malloc")) return nullptr;
-        return *current->memory_.insert(std::calloc(count, size)).first;
+        void* const memory = malloc(count * size);
+        return memory != nullptr ? memset(memory, 0, count * size) : nullptr;
     }
 
     static void free(void* memory) {
@@ -198,20 +186,15 @@ struct Hooks {
         return current->now;
     }
 
-    static int usleep(useconds_t microseconds) {
-        board::journal({"usleep", std::to_string(microseconds)});
+    // Writes down what must not take place.
+    template <class... Numbers>
+    static int note(const char* word, Numbers... numbers) {
+        board::journal({word, std::to_string(numbers)...});
         return 0;
     }
-
-    static unsigned sleep(unsigned seconds) {
-        board::journal({"sleep", std::to_string(seconds)});
-        return 0;
-    }
-
-    static int kill(pid_t process, int signal) {
-        board::journal({"kill", std::to_string(process), std::to_string(signal)});
-        return 0;
-    }
+    static int usleep(useconds_t microseconds) { return note("usleep", microseconds); }
+    static int sleep(unsigned seconds) { return note("sleep", seconds); }
+    static int kill(pid_t process, int signal) { return note("kill", process, signal); }
 };
 
 Board::Board() {
@@ -229,27 +212,16 @@ Board::Board() {
     };
     divert("stdout", out_.stream());
     divert("stderr", err_.stream());
-    divert("system", Hooks::system);
-    divert("system2", Hooks::system2);
-    divert("system3", Hooks::system3);
-    divert("popen", Hooks::popen);
-    divert("pclose", Hooks::pclose);
-    divert("fopen", Hooks::fopen);
-    divert("fwrite", Hooks::fwrite);
-    divert("open", Hooks::open);
-    divert("read", Hooks::read);
-    divert("unlink", Hooks::unlink);
-    divert("mkdir", Hooks::mkdir);
-    divert("socket", Hooks::socket);
-    divert("ioctl", Hooks::ioctl);
-    divert("close", Hooks::close);
-    divert("malloc", Hooks::malloc);
-    divert("calloc", Hooks::calloc);
-    divert("free", Hooks::free);
-    divert("time", Hooks::time);
-    divert("sleep", Hooks::sleep);
-    divert("usleep", Hooks::usleep);
-    divert("kill", Hooks::kill);
+    divert("system2", Hooks::run_host<'2'>);
+    divert("system3", Hooks::run_host<'3'>);
+#define HOOK(function) std::pair(#function, reinterpret_cast<void*>(Hooks::function))
+    for (const auto& [name, replacement] :
+         {HOOK(system), HOOK(popen), HOOK(pclose), HOOK(fopen), HOOK(fwrite), HOOK(open),
+          HOOK(read), HOOK(unlink), HOOK(mkdir), HOOK(socket), HOOK(ioctl), HOOK(close),
+          HOOK(malloc), HOOK(calloc), HOOK(free), HOOK(time), HOOK(sleep), HOOK(usleep),
+          HOOK(kill)})
+        divert(name, static_cast<char*>(replacement));
+#undef HOOK
 }
 
 Board::~Board() {

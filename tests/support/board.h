@@ -9,14 +9,10 @@
 //       EXPECT_EQ(Lines{"$< /sbin/uboot_env -g ftm"}, journal());
 //   }
 //
-// The journal holds every effect in order. Commands stand in it as their exact text after a mark
-// that names the runner: "$ " system, "$2 " system2, "$3 " system3, "$< " and "$> " popen to read
-// and to write. Sleeps, signals and directories are "sleep 1", "usleep 1000", "kill 1 15" and
-// "mkdir /tmp/x 0744"; all other lines are the host's ("ifup ra0", "syslog 1 \"...\"").
-//
-// After each test the fixture checks that all descriptors, pipes, memory, profiles, MAC tables and
-// locks were given back, that all was opened close-on-exec, that each failure asked for took
-// place, and that out(), err() and inputs() have taken whatever the library printed and wrote.
+// The journal holds every effect in order. A command is its exact text after a mark for its runner:
+// "$ " system, "$2 " system2, "$3 " system3, "$< " and "$> " popen to read and to write. After each
+// test the fixture checks that all was given back, that all was opened close-on-exec, that each
+// failure asked for took place, and that out(), err() and inputs() have taken all there was.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,5 +1,7 @@
 // Link, counters and settings of single ports.
 #include <array>
+#include <sstream>
+#include <tuple>
 
 #include "switch/switch_board.h"
 
@@ -23,35 +25,28 @@ protected:
 };
 
 TEST_F(Ports, LinkIsReadFromThePhy) {
-    struct Row {
-        std::vector<int> status;
+    // Status after status; gigabit, partner and own abilities; the state; the registers read.
+    for (const char* text :
+         {"04 3800 0 0 On 1G Full 1 1 10", "404 3400 0 0 On 1G Half 1 1 1 10",
+          "40 0 0 0 Off -- -- 1 1 1", "4 1800 1E0 1E0 On 100 Full 1 1 10 5 4",
+          "4 3000 1E0 E0 On 100 Half 1 1 10 5 4", "4 C00 60 1E0 On 10 Full 1 1 10 5 4",
+          "4 0 180 60 On 10 Half 1 1 10 5 4"}) {
+        SCOPED_TRACE(text);
+        std::istringstream row(text);
+        std::string status, mode, speed, duplex;
         int gigabit, partner, own;
-        const char *mode, *speed, *duplex;
-        std::initializer_list<int> read;
-    };
-    for (const Row& row : {
-             Row{{0, 4},    0x3800, 0,      0,      "On",  "1G",  "Full", {1, 1, 10}      },
-             {{4, 0, 4}, 0x3400, 0,      0,      "On",  "1G",  "Half", {1, 1, 1, 10}   },
-             {{4, 0},    0,      0,      0,      "Off", "--",  "--",   {1, 1, 1}       },
-             {{4},       0x1800, 0x01E0, 0x01E0, "On",  "100", "Full", {1, 1, 10, 5, 4}},
-             {{4},       0x3000, 0x01E0, 0x00E0, "On",  "100", "Half", {1, 1, 10, 5, 4}},
-             {{4},       0x0C00, 0x0060, 0x01E0, "On",  "10",  "Full", {1, 1, 10, 5, 4}},
-             {{4},       0,      0x0180, 0x0060, "On",  "10",  "Half", {1, 1, 10, 5, 4}},
-    }) {
+        row >> status >> std::hex >> gigabit >> partner >> own >> mode >> speed >> duplex;
+        phys.clear();
+        for (const char digit : status) phys[phy_read(2, 1)].push_back(digit - '0');
+        phys[phy_read(2, 10)] = {gigabit};
+        phys[phy_read(2, 5)] = {partner};
+        phys[phy_read(2, 4)] = {own};
+        Lines reads;
+        for (int reg; row >> std::dec >> reg;) reads.push_back(phy_read(2, reg));
         clear_journal();
-        phys = {
-            {phy_read(2, 1),  row.status   },
-            {phy_read(2, 10), {row.gigabit}},
-            {phy_read(2, 5),  {row.partner}},
-            {phy_read(2, 4),  {row.own}    }
-        };
         port_setting state = {};
         EXPECT_EQ(0, get_link_status(3, &state));
-        EXPECT_STREQ(row.mode, state.mode);
-        EXPECT_STREQ(row.speed, state.speed);
-        EXPECT_STREQ(row.duplex, state.duplex);
-        Lines reads;
-        for (const int reg : row.read) reads.push_back(phy_read(2, reg));
+        EXPECT_EQ((Lines{mode, speed, duplex}), (Lines{state.mode, state.speed, state.duplex}));
         EXPECT_EQ(under_lock(reads), journal());
     }
 }
@@ -88,56 +83,45 @@ TEST_F(Ports, CountersAndAddressesAreClearedByTheTool) {
 }
 
 TEST_F(Ports, OnAndOffChangeOneBitOfTheMacControl) {
-    struct Row {
-        port_setting setting;
-        uint32_t before;
-        const char* after;
-    };
-    for (const Row& row : {
-             Row{{"off", "1000", "full"}, 0x5E33B, "5e33b"},
-             {{"off", "1000", "full"}, 0x563B,  "d63b" },
-             {{"on", "", ""},          0xD63B,  "563b" },
+    for (const auto& [mode, before, after] : {
+             std::tuple("off", 0x5E33Bu, "5e33b"),
+             {"off", 0x563B, "d63b"},
+             {"on",  0xD63B, "563b"}
     }) {
+        port_setting setting = {"", "1000", "full"};
+        std::strcpy(setting.mode, mode);
         clear_journal();
-        registers[0x3200] = row.before;
-        EXPECT_EQ(0, set_port_config(3, &row.setting));
-        EXPECT_EQ(under_lock(mac_change("3200", row.after)), journal());
+        registers[0x3200] = before;
+        EXPECT_EQ(0, set_port_config(3, &setting));
+        EXPECT_EQ(under_lock(mac_change("3200", after)), journal());
     }
 }
 
 // What else stands in the registers stays, and what was advertised before does not matter.
 TEST_F(Ports, AutoAdvertisesEverythingAndAFixedSpeedItselfAlone) {
-    struct Row {
-        port_setting setting;
-        int abilities, gigabit;
-    };
-    for (const Row& row : {
-             Row{{"auto", "10", "half"},     0x01E0, 0x0300},
-             {{"manual", "100", "full"},  0x01E0, 0     },
-             {{"manual", "100", "half"},  0x00E0, 0     },
-             {{"manual", "10", "full"},   0x0060, 0     },
-             {{"manual", "10", "half"},   0x0020, 0     },
-             {{"manual", "1000", "full"}, 0,      0x0300},
-             {{"manual", "1000", "half"}, 0,      0x0100},
-             {{"manual", "1000", "Full"}, 0,      0     },
-             {{"", "", ""},               0,      0     },
-    }) {
+    // Mode, speed and duplex; the abilities and the gigabit abilities that they come to.
+    for (const std::string text :
+         {"auto 10 half 1E0 300", "manual 100 full 1E0 0", "manual 100 half E0 0",
+          "manual 10 full 60 0", "manual 10 half 20 0", "manual 1000 full 0 300",
+          "manual 1000 half 0 100", "manual 1000 Full 0 0", "- - - 0 0"})
         for (const int before : {0, 0x0300}) {
+            SCOPED_TRACE(text);
+            port_setting setting = {};
+            int abilities, gigabit;
+            std::istringstream(text) >> setting.mode >> setting.speed >> setting.duplex >>
+                std::hex >> abilities >> gigabit;
             clear_journal();
             registers[0x3400] = 0x8001;
             phys[phy_read(4, 4)] = {before == 0 ? 0xDE11 : 0xDFF1};
             phys[phy_read(4, 9)] = {0xFC00 | before};
             phys[phy_read(4, 0)] = {0x1000};
-            EXPECT_EQ(0, set_port_config(kWan, &row.setting));
-            Lines expected =
-                row.setting.mode == std::string("auto") ? mac_change("3400", "1") : Lines{};
-            expected.insert(
-                expected.end(),
-                {phy_read(4, 4), phy_write(4, 4, 0xDE11 | row.abilities), phy_read(4, 9),
-                 phy_write(4, 9, 0xFC00 | row.gigabit), phy_read(4, 0), phy_write(4, 0, 0x1200)});
+            EXPECT_EQ(0, set_port_config(kWan, &setting));
+            Lines expected = text.starts_with("auto") ? mac_change("3400", "1") : Lines{};
+            expected.insert(expected.end(), {phy_read(4, 4), phy_write(4, 4, 0xDE11 | abilities),
+                                             phy_read(4, 9), phy_write(4, 9, 0xFC00 | gigabit),
+                                             phy_read(4, 0), phy_write(4, 0, 0x1200)});
             EXPECT_EQ(under_lock(expected), journal());
         }
-    }
 }
 
 TEST_F(Ports, StoredSettingsAreAppliedPortByPort) {

@@ -39,17 +39,13 @@ TEST_F(RegistersDeathTest, ARefusedRegisterEndsTheProcess) {
 }
 
 TEST(PhyAnswer, IsTheHexadecimalNumberRightAfterTheLastEquals) {
-    for (const auto& [line, value] : {
-             std::pair("value=0x796d\n", 0x796d),
-             {"=0xABCDEF",     0xABCDEF},
-             {"a=b=0x12 rest", 0x12    },
-             {"value= 0x12",   0       },
-             {"value=12",      0       },
-             {"value=",        0       },
-             {"value 0x12",    -1      },
-             {"",              -1      }
-    })
-        EXPECT_EQ(value, platform::parse_phy_answer(line)) << line;
+    using platform::parse_phy_answer;
+    EXPECT_EQ(0x796d, parse_phy_answer("value=0x796d\n"));
+    EXPECT_EQ(0xABCDEF, parse_phy_answer("=0xABCDEF"));
+    EXPECT_EQ(0x12, parse_phy_answer("a=b=0x12 rest"));
+    for (const char* line : {"value= 0x12", "value=12", "value="})
+        EXPECT_EQ(0, parse_phy_answer(line)) << line;
+    for (const char* line : {"value 0x12", ""}) EXPECT_EQ(-1, parse_phy_answer(line)) << line;
 }
 
 }  // namespace

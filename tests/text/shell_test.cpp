@@ -1,11 +1,11 @@
 // Escaped commands in the hands of a real shell: the tool must get exactly the bytes of the texts.
-#include <spawn.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <random>
+#include <sstream>
 
 #include "live/tree.h"
 #include "platform/flash.h"
@@ -25,29 +25,26 @@ class RealShell : public harness::Board, public testing::WithParamInterface<cons
 protected:
     // The arguments that the tool gets. The shell has nothing else in reach: an empty directory
     // and no PATH.
-    static Lines run(std::string command) {
+    static Lines run(const std::string& command) {
         const int output = memfd_create("output", MFD_CLOEXEC);
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
-        posix_spawn_file_actions_addchdir_np(&actions, (board::root() + "/tmp").c_str());
-        std::string words[] = {GetParam(), "-c", std::move(command), "PATH=/nonexistent"};
-        char* arguments[] = {words[0].data(), words[1].data(), words[2].data(), nullptr};
-        char* environment[] = {words[3].data(), nullptr};
-        pid_t shell = -1;
+        const pid_t shell = fork();
+        if (shell == 0) {
+            char path[] = "PATH=/nonexistent";
+            char* const environment[] = {path, nullptr};
+            const bool ready = dup2(output, STDOUT_FILENO) == STDOUT_FILENO &&
+                               chdir((board::root() + "/tmp").c_str()) == 0;
+            if (ready) execle(GetParam(), GetParam(), "-c", command.c_str(), nullptr, environment);
+            _exit(127);
+        }
         int status = -1;
-        EXPECT_EQ(0, posix_spawn(&shell, GetParam(), &actions, nullptr, arguments, environment));
         EXPECT_EQ(shell, waitpid(shell, &status, 0));
         EXPECT_EQ(0, status);
-        posix_spawn_file_actions_destroy(&actions);
-        FILE* const stream = fdopen(output, "r");
-        rewind(stream);
-        char* argument = nullptr;
-        size_t size = 0;
+        std::string bytes(static_cast<size_t>(lseek(output, 0, SEEK_END)), '\0');
+        EXPECT_EQ(std::ssize(bytes), pread(output, bytes.data(), bytes.size(), 0));
+        close(output);
         Lines list;
-        while (getdelim(&argument, &size, '\0', stream) > 0) list.emplace_back(argument);
-        free(argument);
-        fclose(stream);
+        std::istringstream stream(bytes);
+        for (std::string argument; std::getline(stream, argument, '\0');) list.push_back(argument);
         return list;
     }
 

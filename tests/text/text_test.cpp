@@ -64,28 +64,19 @@ TEST(Split, GivesEveryPieceEmptyOnesIncluded) {
 }
 
 TEST(LeadingDigits, StopAtTheFirstOtherCharacterAndAtTheLargestNumber) {
-    const std::pair<std::string_view, uint64_t> rows[] = {
-        {"",                     0         },
-        {"-1",                   0         },
-        {"1x2",                  1         },
-        {"007",                  7         },
-        {"18446744073709551615", UINT64_MAX},
-        {"18446744073709551616", UINT64_MAX}
-    };
-    for (const auto& [text, value] : rows) EXPECT_EQ(value, platform::leading_digits(text)) << text;
+    for (const char* text : {"", "-1", "x"}) EXPECT_EQ(0u, platform::leading_digits(text)) << text;
+    EXPECT_EQ(1u, platform::leading_digits("1x2"));
+    EXPECT_EQ(7u, platform::leading_digits("007"));
+    EXPECT_EQ(UINT64_MAX - 1, platform::leading_digits("18446744073709551614"));
+    EXPECT_EQ(UINT64_MAX, platform::leading_digits("18446744073709551616"));
 }
 
 TEST(LeadingDecimal, TakesBlanksAndASignAndKeepsTheLowWord) {
-    const std::pair<std::string_view, int32_t> rows[] = {
-        {"",            0        },
-        {"- 1",         0        },
-        {" \t-45/-47",  -45      },
-        {"+7",          7        },
-        {"-2147483648", INT32_MIN},
-        {"4294967297",  1        }
-    };
-    for (const auto& [text, value] : rows)
-        EXPECT_EQ(value, platform::leading_decimal(text)) << text;
+    for (const char* text : {"", "- 1"}) EXPECT_EQ(0, platform::leading_decimal(text)) << text;
+    EXPECT_EQ(-45, platform::leading_decimal(" \t-45/-47"));
+    EXPECT_EQ(7, platform::leading_decimal("+7"));
+    EXPECT_EQ(INT32_MIN, platform::leading_decimal("-2147483648"));
+    EXPECT_EQ(1, platform::leading_decimal("4294967297"));
 }
 
 }  // namespace

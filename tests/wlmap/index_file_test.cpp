@@ -18,6 +18,7 @@ TEST_F(L1Profile, AValueStandsBehindItsExactKeyInTheFirstSuchLine) {
     const std::pair<std::string, std::string> rows[] = {
         {"INDEX1_main_ifname=rai0\n" + key + "ra0\n",                          "ra0"    },
         {key + "\n",                                                           ""       },
+        {"#\n" + key + "ra0",                                                  "ra0"    },
         {key + "ra0\n" + key + "ra5\n",                                        "ra0"    },
         {"#" + key + "rb0\n# " + key + "rc0\n" + key + "ra0\n",                "ra0"    },
         {"INDEX0_main_ifname\n\nINDEX0_main_ifname =rb0\n" + key + "ra0\n",    "ra0"    },
@@ -47,9 +48,7 @@ TEST_F(L1Profile, MissingIsReportedAndMatchesOnlyNamesThatStartWithADigit) {
     EXPECT_STREQ("", get_racfg_filename(1));
     EXPECT_STREQ("0", get_wl_bridge_ifname_by_wlmode(0));
     EXPECT_STREQ("2", get_wl_ifname(2));
-    std::string messages;
-    for (int i = 0; i < 6; ++i) messages += kMissing;
-    EXPECT_EQ(messages, out());
+    EXPECT_EQ(kMissing + kMissing + kMissing + kMissing + kMissing + kMissing, out());
     EXPECT_EQ(Lines(7, R"(syslog 1 "ERROR: L1PROFILE not found\n")"), journal());
 }
 

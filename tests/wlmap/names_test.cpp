@@ -1,4 +1,5 @@
 #include <cstring>
+#include <sstream>
 
 #include "platform/wlmap.h"
 #include "support/board.h"
@@ -13,21 +14,14 @@ protected:
 };
 
 TEST_F(InterfaceNames, OfEveryWlMode) {
-    const struct {
-        int32_t wl_mode;
-        const char *main_ifname, *client_ifname, *profile_path;
-    } kRows[] = {
-        {0,   "ra0",  "apcli0",  "/etc/wireless/radio0.dat"},
-        {1,   "rai0", "apclii0", "/etc/wireless/radio1.dat"},
-        {2,   "ra0",  "apcli0",  "/etc/wireless/radio0.dat"},
-        {-1,  "ra0",  "apcli0",  "/etc/wireless/radio0.dat"},
-        {999, "band", "apcli0",  "/etc/wireless/radio0.dat"},
-    };
-    for (const auto& row : kRows) {
-        SCOPED_TRACE(row.wl_mode);
-        EXPECT_STREQ(row.main_ifname, get_wl_ifname_by_wlmode(row.wl_mode));
-        EXPECT_STREQ(row.client_ifname, get_wl_bridge_ifname_by_wlmode(row.wl_mode));
-        EXPECT_STREQ(row.profile_path, get_racfg_filename(row.wl_mode));
+    for (const char* row : {"0 ra0 apcli0 0", "1 rai0 apclii0 1", "2 ra0 apcli0 0",
+                            "-1 ra0 apcli0 0", "999 band apcli0 0"}) {
+        int wl_mode, radio;
+        std::string main_ifname, client_ifname;
+        std::istringstream(row) >> wl_mode >> main_ifname >> client_ifname >> radio;
+        EXPECT_EQ(main_ifname, get_wl_ifname_by_wlmode(wl_mode));
+        EXPECT_EQ(client_ifname, get_wl_bridge_ifname_by_wlmode(wl_mode));
+        EXPECT_STREQ(harness::kProfilePath[radio], get_racfg_filename(wl_mode)) << row;
     }
 }
 
@@ -64,20 +58,17 @@ TEST_F(InterfaceNames, AreZeroBeyondTheirEndAndCutSoThatANumberFits) {
 }
 
 TEST_F(InterfaceNames, OfABssArePrefixAndNumber) {
-    const std::pair<uint32_t, const char*> kRows[] = {
-        {0,          "ra0"     },
-        {65538,      "rai2"    },
-        {0x1FFFF,    "rai65535"},
-        {0x20001,    "ra1"     },
-        {0xFFFFFFFF, "ra65535" },
-    };
-    for (const auto& [wl_index, name] : kRows) {
+    for (const char* row :
+         {"0 ra0", "65538 rai2", "131071 rai65535", "131073 ra1", "4294967295 ra65535"}) {
+        uint32_t wl_index;
+        std::string name;
+        std::istringstream(row) >> wl_index >> name;
         char ifname[33];
         memset(ifname, 'x', sizeof ifname);
         EXPECT_EQ(1, wireless_api_get_ifname(wl_index, ifname));
-        EXPECT_STREQ(name, ifname);
+        EXPECT_EQ(name, ifname);
         EXPECT_EQ('x', ifname[strlen(ifname) + 1]);
-        EXPECT_STREQ(name, get_wl_ifname(wl_index));
+        EXPECT_EQ(name, get_wl_ifname(wl_index));
     }
 }
 
@@ -95,25 +86,14 @@ TEST_F(InterfaceNames, OfABssAreRefusedFrom32CharactersOn) {
 }
 
 TEST_F(InterfaceNames, GiveTheirWlIndexAndMode) {
-    const struct {
-        const char* ifname;
-        int32_t wl_index, wl_mode;
-    } kRows[] = {
-        {"ra0",    0,     0    },
-        {"rai1",   65537, 1    },
-        {"ra1x9",  1,     0    },
-        {"rai02",  65538, 1    },
-        {"ra4096", 4096,  0    },
-        {"apcli0", -1,    65535},
-        {"raii0",  -1,    65535},
-        {"r0",     -1,    65535},
-        {"1",      -1,    65535},
-        {"eth",    0,     0    },
-        {"",       0,     0    },
-    };
-    for (const auto& row : kRows) {
-        EXPECT_EQ(row.wl_index, get_wl_idx_by_ifname(row.ifname)) << row.ifname;
-        EXPECT_EQ(row.wl_mode, get_wl_mode_by_ifname2(row.ifname)) << row.ifname;
+    for (const std::string row : {"ra0 0 0", "rai1 65537 1", "ra1x9 1 0", "rai02 65538 1",
+                                  "ra4096 4096 0", "eth 0 0", "apcli0 -1 65535", "raii0 -1 65535",
+                                  "r0 -1 65535", "1 -1 65535", "RA0 -1 65535", " 0 0"}) {
+        const std::string ifname = row.substr(0, row.find(' '));
+        int wl_index, wl_mode;
+        std::istringstream(row.substr(ifname.size())) >> wl_index >> wl_mode;
+        EXPECT_EQ(wl_index, get_wl_idx_by_ifname(ifname.c_str())) << row;
+        EXPECT_EQ(wl_mode, get_wl_mode_by_ifname2(ifname.c_str())) << row;
     }
     EXPECT_EQ(-1, get_wl_idx_by_ifname(nullptr));
 }
@@ -129,14 +109,13 @@ TEST_F(InterfaceNames, AreComparedInTheirFirst31Characters) {
 TEST_F(InterfaceNames, AreLookedForInTheOrderOfTheRadioList) {
     write_l1profile("INDEX0_ext_ifname=ra\nINDEX1_ext_ifname=ra\n");
     EXPECT_EQ(2, get_wl_idx_by_ifname("ra2"));
-    for (const auto& [list, wl_index] : std::initializer_list<std::pair<std::vector<int>, int>>{
-             {{1, 0}, 65538        },
-             {{5},    (5 << 16) + 2},
-             {{},     -1           }
-    }) {
-        host().wl_modes = list;
-        EXPECT_EQ(wl_index, get_wl_idx_by_ifname("ra2"));
-    }
+    const auto found_in = [](std::vector<int> list) {
+        host().wl_modes = std::move(list);
+        return get_wl_idx_by_ifname("ra2");
+    };
+    EXPECT_EQ(65538, found_in({1, 0}));
+    EXPECT_EQ((5 << 16) + 2, found_in({5}));
+    EXPECT_EQ(-1, found_in({}));
 }
 
 }  // namespace
