@@ -83,20 +83,15 @@ TEST_F(Mtd, ReadsNothingWithoutADevice) {
 }
 
 TEST_F(Mtd, HandsTheToolExactlyTheBytesAsked) {
-    constexpr char kBytes[] = "\0\1\n 45\0\xFF";
-    EXPECT_EQ(0, mtd_writebuf(kBytes, 2, 5, "Config"));
-    EXPECT_EQ(0, mtd_writebuf(kBytes, 0, 0, "Config2"));
-    EXPECT_EQ(0, write_config(kBytes, 3));
+    const std::string bytes("\0\1\n 45\0\xFF", 8);
+    EXPECT_EQ(0, mtd_writebuf(bytes.data(), 2, 5, "Config"));
+    EXPECT_EQ(0, mtd_writebuf(bytes.data(), 0, 0, "Config2"));
+    EXPECT_EQ(0, write_config(bytes.data(), 3));
     EXPECT_EQ(0, write_config(nullptr, 64));
     EXPECT_EQ((Lines{"$> /sbin/mtd write - Config", "$> /sbin/mtd write - Config2",
                      "$> /sbin/mtd write - Config", "$> /sbin/mtd write - Config"}),
               journal());
-    EXPECT_EQ((Lines{
-                  {kBytes + 2, 5},
-                  "", {kBytes,     3},
-                  "DEFAULT"
-    }),
-              inputs());
+    EXPECT_EQ((Lines{bytes.substr(2, 5), "", bytes.substr(0, 3), "DEFAULT"}), inputs());
 }
 
 TEST_F(Mtd, AToolThatCannotStartIsReported) {
