@@ -3,9 +3,8 @@
 //   for (const auto& [mhz, channel] : rows<int, int>("2412 1  2484 15")) ...
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <tuple>
 #include <vector>
