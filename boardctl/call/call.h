@@ -43,11 +43,11 @@ private:
 };
 
 // Calls the function and answers {"result": ..., "NAME OF A FILLED PARAMETER": ...}; a function
-// without a result has none. Texts stand in it as shown() gives them. Throws
-// std::invalid_argument, with nothing called, for an unknown name and for arguments that do not
-// fit, and std::runtime_error when the library lacks the function, when a file cannot be read or
-// written and when the function wrote past a buffer. A function that ends the process ends it with
-// status 1 and a message.
+// without a result has none. Texts stand in it as shown() gives them. Throws, with nothing called,
+// UsageError for an unknown name and for arguments that do not fit, and Missing when the library
+// lacks the function or a file cannot be read; afterwards Missing when a file cannot be written
+// and Failed when the function wrote past a buffer. A function that ends the process ends it with
+// the status kFailed and a message.
 nlohmann::ordered_json call_function(const Library& library, const std::string& name,
                                      const std::vector<std::string>& arguments,
                                      const Folders& folders = Folders());
