@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <nlohmann/json.hpp>
 
 #include "errors.h"
 #include "text.h"
@@ -28,7 +29,13 @@ std::string in_quotes(std::string_view text) {
     return '"' + shown(text) + '"';
 }
 
-// "ssid=name,channel.channel=6" over a record of zeros.
+uint32_t number_at(const std::vector<unsigned char>& buffer) {
+    uint32_t number;
+    std::memcpy(&number, buffer.data(), sizeof number);
+    return number;
+}
+
+// "ssid=name,channel=6" over a record of zeros.
 std::string assigned_record(const Record& record, size_t size, std::string_view assignments) {
     std::string content(size, '\0');
     auto* const bytes = reinterpret_cast<unsigned char*>(content.data());
@@ -166,9 +173,8 @@ void Frame::make_room(size_t place) {
         default:
             break;
     }
-    const auto asked = static_cast<int64_t>(number_of(Kind::size));
-    const size_t room =
-        parameter.room != 0 ? parameter.room : static_cast<size_t>(std::max<int64_t>(asked, 0));
+    const int64_t asked = parameter.room != 0 ? parameter.room : number_of(Kind::size);
+    const auto room = static_cast<size_t>(std::max<int64_t>(asked, 0));
     if (room > kLargestBuffer / unit(parameter))
         throw UsageError(std::string(parameter.name) + " would be larger than 64 MiB");
     slot.hold({}, room * unit(parameter));
@@ -176,20 +182,23 @@ void Frame::make_room(size_t place) {
 
 // The part of the given bytes that the function reads must lie in them.
 void Frame::check_parts() const {
-    for (size_t i = 0; i < function_.count; ++i) {
-        if (function_.parameters[i].kind != Kind::bytes || slots_[i].null) continue;
-        const auto offset = static_cast<int64_t>(number_of(Kind::offset));
-        const auto length = static_cast<int64_t>(number_of(Kind::length));
-        if (offset >= 0 && length >= 0 && offset + length > static_cast<int64_t>(slots_[i].size))
-            throw UsageError(std::string(function_.parameters[i].name) + " has only " +
-                             std::to_string(slots_[i].size) + " bytes");
-    }
+    const Slot* const given = find(Kind::bytes);
+    if (given == nullptr || given->null) return;
+    const int64_t offset = number_of(Kind::offset);
+    const int64_t length = number_of(Kind::length);
+    if (offset >= 0 && length >= 0 && offset + length > static_cast<int64_t>(given->size))
+        throw UsageError("the bytes end at " + std::to_string(given->size));
 }
 
-uint64_t Frame::number_of(Kind kind) const {
+const Frame::Slot* Frame::find(Kind kind) const {
     for (size_t i = 0; i < function_.count; ++i)
-        if (function_.parameters[i].kind == kind) return slots_[i].number;
-    return 0;
+        if (function_.parameters[i].kind == kind) return &slots_[i];
+    return nullptr;
+}
+
+int64_t Frame::number_of(Kind kind) const {
+    const Slot* const slot = find(kind);
+    return slot != nullptr ? static_cast<int64_t>(slot->number) : 0;
 }
 
 Frame::Words Frame::words() {
@@ -221,14 +230,9 @@ std::string_view Frame::used(size_t place, uintptr_t result) const {
         const size_t count = static_cast<size_t>(std::max(static_cast<int32_t>(result), 0));
         return content.substr(0, std::min(count * unit(parameter), content.size()));
     }
-    if (parameter.used == Used::filled_number) {
-        for (size_t i = 0; i < function_.count; ++i) {
-            if (function_.parameters[i].kind != Kind::filled_number || slots_[i].null) continue;
-            uint32_t length;
-            std::memcpy(&length, slots_[i].buffer.data(), sizeof length);
-            return content.substr(0, length);
-        }
-    }
+    const Slot* const length = find(Kind::filled_number);
+    if (parameter.used == Used::filled_number && !length->null)
+        return content.substr(0, number_at(length->buffer));
     const bool text = parameter.kind == Kind::filled_text || parameter.kind == Kind::changed_text;
     return text ? content.substr(0, content.find('\0')) : content;
 }
@@ -239,7 +243,7 @@ ordered_json Frame::value(size_t place, uintptr_t result) const {
     const auto* const bytes = reinterpret_cast<const unsigned char*>(content.data());
     switch (parameter.kind) {
         case Kind::filled_number:
-            return *reinterpret_cast<const uint32_t*>(bytes);
+            return number_at(slots_[place].buffer);
         case Kind::filled_mac:
             return hex(content, ":");
         case Kind::filled_bytes:

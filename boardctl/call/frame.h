@@ -2,7 +2,7 @@
 #pragma once
 
 #include <array>
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
 
@@ -52,7 +52,8 @@ private:
     std::string given_record(const Parameter& parameter, const std::string& argument) const;
     void make_room(size_t place);
     void check_parts() const;
-    uint64_t number_of(Kind kind) const;
+    const Slot* find(Kind kind) const;
+    int64_t number_of(Kind kind) const;
     std::string_view used(size_t place, uintptr_t result) const;
     nlohmann::ordered_json value(size_t place, uintptr_t result) const;
 

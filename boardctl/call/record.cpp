@@ -66,62 +66,33 @@ Range range_of(Shape shape) {
     }
 }
 
-std::string value_bytes(const Field& field, std::string_view value, std::string_view path) {
+std::string value_bytes(const Field& field, std::string_view value) {
     switch (field.shape) {
         case Shape::text:
-            return read_text(value, path);
+            return read_text(value, field.name);
         case Shape::bytes:
-            return read_hex(value, path);
+            return read_hex(value, field.name);
         case Shape::mac:
-            return read_mac(value, path);
+            return read_mac(value, field.name);
         case Shape::slot:
         case Shape::record:
-            throw UsageError(std::string(path) + " takes no value");
+            throw UsageError(std::string(field.name) + " takes no value");
         default:
             break;
     }
-    const uint64_t number = read_number(value, range_of(field.shape), path);
+    const uint64_t number = read_number(value, range_of(field.shape), field.name);
     return {reinterpret_cast<const char*>(&number), field.width};
 }
 
-void put(const Field& field, unsigned char* bytes, std::string_view value, std::string_view path) {
-    const std::string content = value_bytes(field, value, path);
+void put(const Field& field, unsigned char* bytes, std::string_view value) {
+    const std::string content = value_bytes(field, value);
     const bool fits =
         field.shape == Shape::text ? content.size() <= field.width : content.size() == field.width;
     if (!fits)
-        throw UsageError(std::string(path) + " holds " + std::to_string(field.width) + " bytes");
+        throw UsageError(std::string(field.name) + " holds " + std::to_string(field.width) +
+                         " bytes");
     std::memset(bytes, 0, field.width);
     std::memcpy(bytes, content.data(), content.size());
-}
-
-// The element that "[N]" at the head of the rest names; without an array there is only one.
-std::optional<size_t> take_element(const Field& field, std::string_view& rest) {
-    if (field.count == 0) return 0;
-    const size_t end = rest.find(']');
-    if (!rest.starts_with('[') || end == rest.npos) return std::nullopt;
-    const auto element = read_number(rest.substr(1, end - 1), {0, field.count - 1}, field.name);
-    rest.remove_prefix(end + 1);
-    return element;
-}
-
-struct Place {
-    const Field* field;
-    size_t offset;
-};
-
-std::optional<Place> find_place(const Record& record, std::string_view path) {
-    for (const Field& field : record.fields) {
-        if (!path.starts_with(field.name)) continue;
-        std::string_view rest = path.substr(std::strlen(field.name));
-        const auto element = take_element(field, rest);
-        if (!element) continue;
-        const size_t offset = field.offset + *element * field.width;
-        if (rest.empty()) return Place{&field, offset};
-        if (field.record == nullptr || !rest.starts_with('.')) continue;
-        const auto inner = find_place(*field.record, rest.substr(1));
-        if (inner) return Place{inner->field, offset + inner->offset};
-    }
-    return std::nullopt;
 }
 
 }  // namespace
@@ -141,11 +112,11 @@ ordered_json record_values(const Record& record, const unsigned char* bytes) {
     return values;
 }
 
-void set_field(const Record& record, unsigned char* bytes, std::string_view path,
+void set_field(const Record& record, unsigned char* bytes, std::string_view name,
                std::string_view value) {
-    const auto place = find_place(record, path);
-    if (!place) throw UsageError(std::string(record.name) + " has no field \"" + shown(path) + '"');
-    put(*place->field, bytes + place->offset, value, path);
+    for (const Field& field : record.fields)
+        if (name == field.name && field.count == 0) return put(field, bytes + field.offset, value);
+    throw UsageError(std::string(record.name) + " has no field \"" + shown(name) + '"');
 }
 
 }  // namespace boardctl

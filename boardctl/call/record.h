@@ -31,9 +31,9 @@ struct Record {
 // Its fields by name, in their order. A list shows as many entries as its field "count" says.
 nlohmann::ordered_json record_values(const Record& record, const unsigned char* bytes);
 
-// Sets a field, such as "ssid", "chain[2]" or "entries[0].channel.channel", from its text. Throws
-// UsageError for a path that leads to no field and for a value that does not fit it.
-void set_field(const Record& record, unsigned char* bytes, std::string_view path,
+// Sets a field from its text. Throws UsageError for a name that is no plain field's and for a value
+// that does not fit.
+void set_field(const Record& record, unsigned char* bytes, std::string_view name,
                std::string_view value);
 
 }  // namespace boardctl

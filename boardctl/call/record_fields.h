@@ -49,15 +49,24 @@ consteval std::array<Field, kCount> host_fields(const board::RecordField (&rows)
     return fields;
 }
 
-#define FIELD(type, member) make_field<decltype(type::member)>(#member, offsetof(type, member))
-
 #define NAME_RECORD(type)                                                               \
     inline constexpr Record k_##type = {#type, sizeof(struct type), k_##type##_fields}; \
     template <>                                                                         \
     inline constexpr const Record* record_of<struct type> = &k_##type
 
-#define RECORD(type, ...)                                       \
-    inline constexpr Field k_##type##_fields[] = {__VA_ARGS__}; \
+#define FIELD(type, member) make_field<decltype(type::member)>(#member, offsetof(type, member))
+
+// FIELD() of each member in turn; the preprocessor has no other way to repeat.
+#define EACH(type, member, ...) \
+    FIELD(type, member) __VA_OPT__(, EACH_MORE PARENS(type, __VA_ARGS__))
+#define EACH_MORE() EACH
+#define PARENS ()
+#define EXPAND(...) EXPAND1(EXPAND1(EXPAND1(EXPAND1(__VA_ARGS__))))
+#define EXPAND1(...) EXPAND2(EXPAND2(EXPAND2(EXPAND2(__VA_ARGS__))))
+#define EXPAND2(...) __VA_ARGS__
+
+#define RECORD(type, ...)                                                           \
+    inline constexpr Field k_##type##_fields[] = {EXPAND(EACH(type, __VA_ARGS__))}; \
     NAME_RECORD(type)
 
 inline constexpr auto k_wireless_conf_fields = host_fields(board::kConfFields);
@@ -66,59 +75,44 @@ NAME_RECORD(wireless_conf);
 inline constexpr auto k_channel_spec_fields = host_fields(board::kChannelFields);
 NAME_RECORD(channel_spec);
 
-RECORD(vendor_element, FIELD(vendor_element, first), FIELD(vendor_element, second),
-       FIELD(vendor_element, third), FIELD(vendor_element, text));
+RECORD(vendor_element, first, second, third, text);
 
-RECORD(ap_entry, FIELD(ap_entry, ssid), FIELD(ap_entry, bssid), FIELD(ap_entry, channel),
-       FIELD(ap_entry, signal), FIELD(ap_entry, rssi), FIELD(ap_entry, seen_at),
-       FIELD(ap_entry, network_type), FIELD(ap_entry, encryption), FIELD(ap_entry, auth_mode),
-       FIELD(ap_entry, flags), FIELD(ap_entry, element));
+RECORD(ap_entry, ssid, bssid, channel, signal, rssi, seen_at, network_type, encryption, auth_mode,
+       flags, element);
 
-RECORD(ap_list, FIELD(ap_list, count), FIELD(ap_list, type), FIELD(ap_list, ifname),
-       FIELD(ap_list, channel_check), FIELD(ap_list, entries));
+RECORD(ap_list, count, type, ifname, channel_check, entries);
 
-RECORD(station_entry, FIELD(station_entry, mac), FIELD(station_entry, wl_index),
-       FIELD(station_entry, column3), FIELD(station_entry, column8), FIELD(station_entry, column9),
-       FIELD(station_entry, column10), FIELD(station_entry, column9_v2),
-       FIELD(station_entry, column10_v2), FIELD(station_entry, column6),
-       FIELD(station_entry, column7), FIELD(station_entry, chain_best), FIELD(station_entry, chain),
-       FIELD(station_entry, ssid));
+RECORD(station_entry, mac, wl_index, column3, column8, column9, column10, column9_v2, column10_v2,
+       column6, column7, chain_best, chain, ssid);
 
-RECORD(station_list, FIELD(station_list, count), FIELD(station_list, type),
-       FIELD(station_list, ifname), FIELD(station_list, entries));
+RECORD(station_list, count, type, ifname, entries);
 
-RECORD(dfs_info, FIELD(dfs_info, rd_mode), FIELD(dfs_info, channel_moving_time),
-       FIELD(dfs_info, remaining));
+RECORD(dfs_info, rd_mode, channel_moving_time, remaining);
 
-RECORD(wps_start_request, FIELD(wps_start_request, use_pin), FIELD(wps_start_request, pin));
+RECORD(wps_start_request, use_pin, pin);
 
-RECORD(wsc_peer_info, FIELD(wsc_peer_info, state), FIELD(wsc_peer_info, time),
-       FIELD(wsc_peer_info, manufacturer), FIELD(wsc_peer_info, model_name),
-       FIELD(wsc_peer_info, device_name), FIELD(wsc_peer_info, model_number),
-       FIELD(wsc_peer_info, serial_number));
+RECORD(wsc_peer_info, state, time, manufacturer, model_name, device_name, model_number,
+       serial_number);
 
-RECORD(port_setting, FIELD(port_setting, mode), FIELD(port_setting, speed),
-       FIELD(port_setting, duplex));
+RECORD(port_setting, mode, speed, duplex);
 
-RECORD(port_counters, FIELD(port_counters, rx_packets), FIELD(port_counters, rx_bytes),
-       FIELD(port_counters, rx_broadcast), FIELD(port_counters, rx_multicast),
-       FIELD(port_counters, zero0), FIELD(port_counters, rx_dropped),
-       FIELD(port_counters, rx_crc_errors), FIELD(port_counters, zero1),
-       FIELD(port_counters, tx_packets), FIELD(port_counters, tx_bytes),
-       FIELD(port_counters, tx_broadcast), FIELD(port_counters, tx_multicast),
-       FIELD(port_counters, tx_collisions));
+RECORD(port_counters, rx_packets, rx_bytes, rx_broadcast, rx_multicast, zero0, rx_dropped,
+       rx_crc_errors, zero1, tx_packets, tx_bytes, tx_broadcast, tx_multicast, tx_collisions);
 
-RECORD(switch_mac_entry, FIELD(switch_mac_entry, mac), FIELD(switch_mac_entry, info),
-       FIELD(switch_mac_entry, port_map));
+RECORD(switch_mac_entry, mac, info, port_map);
 
-RECORD(wired_station, FIELD(wired_station, kind), FIELD(wired_station, mac),
-       FIELD(wired_station, user_port));
+RECORD(wired_station, kind, mac, user_port);
 
-RECORD(platform_driver, FIELD(platform_driver, reserved0),
-       FIELD(platform_driver, refresh_non_ipv4_input_rule), FIELD(platform_driver, reserved1));
+RECORD(platform_driver, reserved0, refresh_non_ipv4_input_rule, reserved1);
 
 #undef RECORD
 #undef NAME_RECORD
+#undef EXPAND2
+#undef EXPAND1
+#undef EXPAND
+#undef PARENS
+#undef EACH_MORE
+#undef EACH
 #undef FIELD
 
 }  // namespace boardctl
