@@ -1,4 +1,4 @@
-#include "call/call.h"
+#include "boardctl/call/call.h"
 
 #include <unistd.h>
 
@@ -7,11 +7,14 @@
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 
-#include "call/frame.h"
-#include "errors.h"
-#include "text.h"
+#include "boardctl/call/frame.h"
+#include "boardctl/errors.h"
+#include "boardctl/text.h"
 
 namespace boardctl {
+
+using namespace calls;
+
 namespace {
 
 using nlohmann::ordered_json;

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "library.h"
+#include "boardctl/library.h"
 
 namespace boardctl {
 

@@ -6,9 +6,9 @@
 #include <cstring>
 #include <memory>
 
-#include "call/call.h"
-#include "errors.h"
-#include "text.h"
+#include "boardctl/call/call.h"
+#include "boardctl/errors.h"
+#include "boardctl/text.h"
 
 namespace boardctl {
 namespace {

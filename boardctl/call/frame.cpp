@@ -1,13 +1,13 @@
-#include "call/frame.h"
+#include "boardctl/call/frame.h"
 
 #include <algorithm>
 #include <cstring>
 #include <nlohmann/json.hpp>
 
-#include "errors.h"
-#include "text.h"
+#include "boardctl/errors.h"
+#include "boardctl/text.h"
 
-namespace boardctl {
+namespace boardctl::calls {
 namespace {
 
 using nlohmann::ordered_json;
@@ -277,4 +277,4 @@ void Frame::write_files(uintptr_t result) const {
         if (!slots_[i].file.empty()) folders_.write(slots_[i].file, std::string(used(i, result)));
 }
 
-}  // namespace boardctl
+}  // namespace boardctl::calls

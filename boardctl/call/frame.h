@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "call/call.h"
-#include "call/signature.h"
+#include "boardctl/call/call.h"
+#include "boardctl/call/signature.h"
 
-namespace boardctl {
+namespace boardctl::calls {
 
 constexpr bool takes_argument(const Parameter& parameter) {
     return parameter.kind < Kind::filled_number;
@@ -62,4 +62,4 @@ private:
     std::array<Slot, 4> slots_;
 };
 
-}  // namespace boardctl
+}  // namespace boardctl::calls

@@ -1,6 +1,6 @@
-#include "call/signature.h"
+#include "boardctl/call/signature.h"
 
-namespace boardctl {
+namespace boardctl::calls {
 namespace {
 
 constexpr uint32_t kObjectRoom = UINT16_MAX + 1;  // the driver counts an answer in 16 bits
@@ -140,4 +140,4 @@ std::span<const Function> network_functions() {
     return kFunctions;
 }
 
-}  // namespace boardctl
+}  // namespace boardctl::calls

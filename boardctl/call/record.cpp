@@ -1,15 +1,15 @@
-#include "call/record.h"
+#include "boardctl/call/record.h"
 
 #include <algorithm>
 #include <cstring>
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "call/words.h"
-#include "errors.h"
-#include "text.h"
+#include "boardctl/call/words.h"
+#include "boardctl/errors.h"
+#include "boardctl/text.h"
 
-namespace boardctl {
+namespace boardctl::calls {
 namespace {
 
 using nlohmann::ordered_json;
@@ -119,4 +119,4 @@ void set_field(const Record& record, unsigned char* bytes, std::string_view name
     throw UsageError(std::string(record.name) + " has no field \"" + shown(name) + '"');
 }
 
-}  // namespace boardctl
+}  // namespace boardctl::calls

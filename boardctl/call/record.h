@@ -7,7 +7,7 @@
 #include <span>
 #include <string_view>
 
-namespace boardctl {
+namespace boardctl::calls {
 
 enum class Shape : uint8_t { i32, u32, u64, u8, text, bytes, mac, slot, record };
 
@@ -36,4 +36,4 @@ nlohmann::ordered_json record_values(const Record& record, const unsigned char* 
 void set_field(const Record& record, unsigned char* bytes, std::string_view name,
                std::string_view value);
 
-}  // namespace boardctl
+}  // namespace boardctl::calls

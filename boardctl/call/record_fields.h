@@ -4,11 +4,11 @@
 #include <array>
 #include <type_traits>
 
-#include "call/record.h"
+#include "boardctl/call/record.h"
 #include "host/field_tables.h"
 #include "platform/platform.h"
 
-namespace boardctl {
+namespace boardctl::calls {
 
 template <class Type>
 inline constexpr const Record* record_of = nullptr;
@@ -115,4 +115,4 @@ RECORD(platform_driver, reserved0, refresh_non_ipv4_input_rule, reserved1);
 #undef EACH
 #undef FIELD
 
-}  // namespace boardctl
+}  // namespace boardctl::calls

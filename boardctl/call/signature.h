@@ -8,10 +8,10 @@
 #include <span>
 #include <type_traits>
 
-#include "call/record_fields.h"
-#include "call/words.h"
+#include "boardctl/call/record_fields.h"
+#include "boardctl/call/words.h"
 
-namespace boardctl {
+namespace boardctl::calls {
 
 // What stands for a parameter. Its declared type tells most: a row names the others itself.
 enum class Kind : uint8_t {
@@ -171,4 +171,4 @@ consteval Function on_socket(Function function) {
 
 #define FUNCTION(name, ...) Signature<decltype(::name)>::row(#name, __VA_ARGS__)
 
-}  // namespace boardctl
+}  // namespace boardctl::calls

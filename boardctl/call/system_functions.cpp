@@ -1,6 +1,6 @@
-#include "call/signature.h"
+#include "boardctl/call/signature.h"
 
-namespace boardctl {
+namespace boardctl::calls {
 namespace {
 
 constexpr uint32_t kMacTextRoom = 18;
@@ -102,4 +102,4 @@ std::span<const Function> system_functions() {
     return kFunctions;
 }
 
-}  // namespace boardctl
+}  // namespace boardctl::calls

@@ -1,12 +1,12 @@
-#include "call/words.h"
+#include "boardctl/call/words.h"
 
 #include <charconv>
 #include <optional>
 
-#include "errors.h"
-#include "text.h"
+#include "boardctl/errors.h"
+#include "boardctl/text.h"
 
-namespace boardctl {
+namespace boardctl::calls {
 namespace {
 
 [[noreturn]] void refuse(std::string_view what, std::string_view text, const std::string& wanted) {
@@ -102,4 +102,4 @@ std::string hex(std::string_view bytes, std::string_view separator) {
     return text;
 }
 
-}  // namespace boardctl
+}  // namespace boardctl::calls

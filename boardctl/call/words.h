@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace boardctl {
+namespace boardctl::calls {
 
 // What a number may be; it is handed on as a word, with its sign.
 struct Range {
@@ -27,4 +27,4 @@ std::string read_mac(std::string_view text, std::string_view what);
 
 std::string hex(std::string_view bytes, std::string_view separator = {});
 
-}  // namespace boardctl
+}  // namespace boardctl::calls

@@ -1,5 +1,5 @@
 // Calls by name: the table of signatures, every kind of parameter, what is refused.
-#include "call/call.h"
+#include "boardctl/call/call.h"
 
 #include <filesystem>
 #include <fstream>
@@ -7,7 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "errors.h"
+#include "boardctl/errors.h"
 #include "live/tree.h"
 #include "support/driver.h"
 #include "switch/switch_board.h"
