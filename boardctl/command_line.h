@@ -1,0 +1,28 @@
+// The command line: what was asked for, or what to print and how to end instead.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "boardctl/verb.h"
+
+namespace boardctl {
+
+struct Request {
+    const Verb* verb = nullptr;
+    Arguments arguments{{}};
+    std::string board;  // empty: the usual place
+    std::string host_library;
+    std::string platform_library;
+    bool json = false;
+    bool verbose = false;
+
+    bool is_virtual() const { return host_library.empty(); }
+};
+
+// Nothing when the call ends here, with status and text already given.
+std::optional<Request> parse(const std::vector<const Verb*>& verbs, int argc, char** argv,
+                             int& status);
+
+}  // namespace boardctl

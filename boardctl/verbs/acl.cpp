@@ -1,0 +1,126 @@
+// Who may join a network: the host's list and what the drivers were told.
+#include <algorithm>
+#include <iterator>
+
+#include "boardctl/verbs/host_records.h"
+#include "boardctl/verbs/radio_names.h"
+#include "frame/host.h"
+#include "host/entry.h"
+#include "live/radio_driver.h"
+#include "platform/wireless.h"
+
+namespace boardctl {
+namespace {
+
+using Addresses = std::vector<std::string>;
+
+constexpr const char* kPolicies[] = {"off", "deny", "allow"};  // the host's numbers
+
+std::string policy_word(int policy) {
+    return policy >= 0 && policy < 3 ? kPolicies[policy] : std::to_string(policy);
+}
+
+int policy_of(const std::string& word) {
+    const auto* const place = std::find(std::begin(kPolicies), std::end(kPolicies), word);
+    if (place == std::end(kPolicies)) throw UsageError("--policy is off, deny or allow");
+    return static_cast<int>(place - std::begin(kPolicies));
+}
+
+std::string normal(const Session& session, const std::string& mac) {
+    uint8_t bytes[6];
+    if (HOST_CALL(session.library, strtomac)(mac.c_str(), bytes) != 0)
+        throw UsageError("no address of a station: " + mac);
+    return address_text(session, bytes);
+}
+
+Json row_of(const Session& session, const Network& network) {
+    const AccessFilter filter = access_filter_of(session, network.wl_index());
+    Json row = {{"network", network.ifname},
+                {"policy", policy_word(filter.policy)},
+                {"addresses", filter.addresses}};
+    if (!session.is_virtual) return row;
+    const auto in_force = board::access_control(network.ifname);
+    row["driver"] = policy_word(host_policy(in_force.policy));
+    row["driver_addresses"] = in_force.addresses;
+    return row;
+}
+
+// The host's own list can be written on the virtual board alone; a real host has its ways.
+void store(const Session& session, uint32_t wl_index, int policy, const Addresses& list) {
+    std::string line;
+    for (const std::string& mac : list) line += mac + ' ';
+    if (HOST_CALL(session.library, board_set_mac_filter)(wl_index, policy, line.c_str()) != 0)
+        throw Failed("the host does not take the list");
+}
+
+void change_list(const Session& session, const Network& network, const Arguments& arguments,
+                 int policy) {
+    Addresses list = access_filter_of(session, network.wl_index()).addresses;
+    if (arguments.has("--clear")) list.clear();
+    for (const std::string& mac : arguments.texts("--remove"))
+        std::erase(list, normal(session, mac));
+    for (const std::string& mac : arguments.texts("--add")) {
+        std::erase(list, normal(session, mac));
+        list.push_back(normal(session, mac));
+    }
+    store(session, network.wl_index(), policy, list);
+}
+
+void change(Session& session, const Network& network, const Arguments& arguments) {
+    const uint32_t wl_index = network.wl_index();
+    const bool has_list =
+        arguments.has("--add") || arguments.has("--remove") || arguments.has("--clear");
+    const int policy = arguments.has("--policy")
+                           ? policy_of(arguments.text("--policy"))
+                           : HOST_CALL(session.library, macauth_get_policy)(wl_index);
+    if (has_list) session.require_virtual("its host's address list for change");
+    if (session.is_virtual) change_list(session, network, arguments, policy);
+    session.perform("wireless_apply_macauth", [&] {
+        return PLATFORM_CALL(session.library, wireless_apply_macauth)(wl_index);
+    });
+    session.perform("wireless_macauth_set_policy", [&] {
+        return PLATFORM_CALL(session.library, wireless_macauth_set_policy)(wl_index, policy);
+    });
+}
+
+Outcome acl(Session& session, const Arguments& arguments) {
+    const bool changes = arguments.has("--policy") || arguments.has("--add") ||
+                         arguments.has("--remove") || arguments.has("--clear") ||
+                         arguments.has("--apply");
+    Json rows = Json::array();
+    if (arguments.has("NETWORK")) {
+        const Network network = named_network(session, arguments.text("NETWORK"));
+        if (changes) change(session, network, arguments);
+        rows.push_back(row_of(session, network));
+    } else {
+        if (changes) throw UsageError("name the network to change");
+        for (const Radio& radio : radios_of(session))
+            for (const Network& network : networks_of(session, radio))
+                rows.push_back(row_of(session, network));
+    }
+    return {{{"access", rows}}};
+}
+
+constexpr Option kAclOptions[] = {
+    {"NETWORK", Kind::positional, "such as ra0 or rai1; all when not given"},
+    {"--policy", Kind::text, "off, deny (the listed) or allow (only the listed)"},
+    {"--add", Kind::text, "address of a station; lasts on the virtual board"},
+    {"--remove", Kind::text, "address of a station"},
+    {"--clear", Kind::flag, "empty the list first"},
+    {"--apply", Kind::flag, "tell the driver again"},
+};
+
+const Verb kVerbs[] = {
+    {"acl", "", "Shows or changes who may join a network.",
+     "  boardctl acl\n  boardctl acl ra0 --policy deny --add 3C:5A:B4:01:02:03\n"
+     "  boardctl acl ra0 --policy off",
+     acl, kAclOptions},
+};
+
+}  // namespace
+
+std::span<const Verb> acl_verbs() {
+    return kVerbs;
+}
+
+}  // namespace boardctl

@@ -1,0 +1,37 @@
+// Any exported function by its name.
+#include "boardctl/call/call.h"
+
+#include "boardctl/verb.h"
+
+namespace boardctl {
+namespace {
+
+Outcome call(Session& session, const Arguments& arguments) {
+    auto words = arguments.texts(kRest);
+    if (words.empty()) throw UsageError("name a function; \"boardctl call --list\" knows them");
+    const std::string name = words.front();
+    words.erase(words.begin());
+    session.progress(name);
+    return {call_function(session.library, name, words, session.folders()), kGood, true};
+}
+
+constexpr Option kCallOptions[] = {
+    {"--list", Kind::flag, "the functions"},
+    {"--usage", Kind::text, "what a function takes and answers"},
+    {kRest, Kind::rest, "function and arguments"},
+};
+
+const Verb kVerbs[] = {
+    {"call", "", "Calls any function of the library by its name.",
+     "  boardctl call --list\n  boardctl call --usage get_bootconfig\n"
+     "  boardctl call get_bootconfig ethaddr\n  boardctl call mt_rssi_to_pwr -60",
+     call, kCallOptions},
+};
+
+}  // namespace
+
+std::span<const Verb> call_verbs() {
+    return kVerbs;
+}
+
+}  // namespace boardctl

@@ -1,0 +1,203 @@
+// Checks of what the library tells about the running radios.
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+#include "boardctl/verbs/checks.h"
+#include "boardctl/verbs/host_records.h"
+#include "boardctl/verbs/radio_names.h"
+#include "boardctl/verbs/radio_rows.h"
+#include "frame/host.h"
+#include "live/journal.h"
+#include "live/key_file.h"
+#include "live/neighbours.h"
+#include "live/radio_driver.h"
+#include "live/stations.h"
+#include "live/wps_run.h"
+#include "platform/platform.h"
+
+namespace boardctl {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+constexpr uint32_t kClientNetwork = 4096;
+
+std::string joined(const Texts& texts) {
+    std::string line;
+    for (const std::string& text : texts) line += (line.empty() ? "" : " ") + text;
+    return line;
+}
+
+void check_channel(const Session& session, Faults& faults, const std::string& name) {
+    channel_spec told{};
+    channel_spec is{};
+    PLATFORM_CALL(session.library, wireless_api_get_current_channelspec)(name.c_str(), &told);
+    HOST_CALL(session.library, iwconfig_client_get_channel)(name.c_str(), &is);
+    require(faults, told.channel == is.channel && told.frequency_mhz == is.frequency_mhz,
+            name + " reports channel " + std::to_string(told.channel));
+}
+
+void check_radar(const Session& session, Faults& faults, const std::string& name) {
+    constexpr const char* kKey = "Dot11_H.RDMode,Dot11_H.ChMovingTime,Dot11_H.RDCount=";
+    dfs_info info{};
+    const bool is_told =
+        PLATFORM_CALL(session.library, wireless_get_dfs_info)(name.c_str(), &info) != 0;
+    const std::string statistics = board::driver_statistics(name);
+    const size_t place = statistics.find(kKey);
+    int mode = 0;
+    int moving = 0;
+    int count = 0;
+    const bool is_known = name != "ra0" && place != std::string::npos &&
+                          std::sscanf(statistics.c_str() + place + std::strlen(kKey), "%d,%d,%d",
+                                      &mode, &moving, &count) == 3;
+    const bool is_right =
+        !is_known || (info.rd_mode == mode && info.remaining == std::max(moving - count, 0));
+    require(faults, is_told == is_known && is_right, name + " reports the wrong radar state");
+}
+
+void check_upstream(const Session& session, Faults& faults, const std::string& client) {
+    ap_entry entry{};
+    const bool is_linked = PLATFORM_CALL(session.library, wireless_api_get_mbridge_status)(
+                               client.c_str(), &entry) != 0;
+    const int speed = PLATFORM_CALL(session.library, rt61_get_wireless_link_speed)(client.c_str());
+    const auto upstream = board::upstream_of(client);
+    const bool is_right =
+        !upstream || (entry.ssid == upstream->ssid && entry.bssid == upstream->bssid &&
+                      entry.rssi == upstream->rssi_dbm);
+    require(faults, is_right && is_linked == upstream.has_value() && is_linked == (speed != 0),
+            client + " reports the wrong link");
+}
+
+std::string station_line(const std::string& mac, uint32_t wl_index) {
+    std::string line = mac + '@' + std::to_string(wl_index);
+    std::replace(line.begin(), line.end(), ':', '-');
+    return line;
+}
+
+// The stations that are there, each on its network, then the repeater link.
+Texts stations_there(const Radio& radio) {
+    const uint32_t first = static_cast<uint32_t>(radio.wl_mode) << 16;
+    Texts lines;
+    for (const board::Station& station : board::stations_of(radio.main_ifname))
+        lines.push_back(station_line(
+            station.mac, first + static_cast<uint32_t>(board::network_number(station.ifname))));
+    if (const auto upstream = board::upstream_of(radio.client_ifname))
+        lines.push_back(station_line(upstream->bssid, first + kClientNetwork));
+    return lines;
+}
+
+std::string network_line(const std::string& bssid, const std::string& ssid, int dbm, bool pushed) {
+    return bssid + ' ' + board::quote(ssid) + ' ' + std::to_string(dbm) + (pushed ? " button" : "");
+}
+
+// Those on channels that the country does not allow are left out.
+Texts networks_there(const Session& session, const std::string& name) {
+    const auto is_valid = HOST_CALL(session.library, wireless_check_channel_valid);
+    Texts lines;
+    for (const board::Neighbour& each : board::neighbours_of(name))
+        if (is_valid(name.c_str(), 0, 20, each.channel) != 0)
+            lines.push_back(network_line(each.bssid, each.ssid, each.rssi_dbm, each.wps == "PBC"));
+    return lines;
+}
+
+void check_filter(const Session& session, Faults& faults, const Network& network) {
+    const AccessFilter wanted = access_filter_of(session, network.wl_index());
+    const auto in_force = board::access_control(network.ifname);
+    const int policy = driver_policy(wanted.policy);
+    require(faults, in_force.policy == policy && in_force.addresses == wanted.addresses,
+            "the driver of " + network.ifname + " has another access list than the host");
+
+    const auto profile = board::KeyFile::load_or_empty(network.radio.profile_path);
+    const std::string number = std::to_string(network.number);
+    std::string list;
+    for (const std::string& mac : wanted.addresses) list += mac + ';';
+    require(faults,
+            profile.get("AccessPolicy" + number) == std::to_string(policy) &&
+                profile.get("AccessControlList" + number) == list,
+            network.radio.profile_path + " has another access list for " + network.ifname);
+    for (const board::Station& station : board::stations_of(network.radio.main_ifname)) {
+        const bool is_listed = std::find(wanted.addresses.begin(), wanted.addresses.end(),
+                                         station.mac) != wanted.addresses.end();
+        require(faults,
+                station.ifname != network.ifname || wanted.policy == 0 ||
+                    is_listed == (wanted.policy == 2),
+                "the driver lets " + station.mac + " in");
+    }
+}
+
+}  // namespace
+
+Faults check_radios(Session& session) {
+    Faults faults;
+    for (const Radio& radio : radios_of(session)) {
+        check_channel(session, faults, radio.main_ifname);
+        check_radar(session, faults, radio.main_ifname);
+        check_upstream(session, faults, radio.client_ifname);
+    }
+    return faults;
+}
+
+Faults check_stations(Session& session) {
+    Faults faults;
+    for (const Radio& radio : radios_of(session)) {
+        const auto list = station_list_of(session, radio);
+        Texts found;
+        for (uint32_t i = 0; i < list->count; ++i)
+            found.push_back(
+                station_line(field_text(list->entries[i].mac), list->entries[i].wl_index));
+        const Texts wanted = stations_there(radio);
+        require(faults, found == wanted,
+                "the stations listed are " + joined(found) + " instead of " + joined(wanted));
+    }
+    return faults;
+}
+
+Faults check_survey(Session& session) {
+    Faults faults;
+    for (const Radio& radio : radios_of(session)) {
+        const auto list = survey_of(session, radio);
+        Texts found;
+        for (uint32_t i = 0; i < list->count; ++i) {
+            const ap_entry& entry = list->entries[i];
+            found.push_back(network_line(field_text(entry.bssid), field_text(entry.ssid),
+                                         entry.rssi, (entry.flags & AP_FLAG_WPS_PUSH_BUTTON) != 0));
+        }
+        const Texts wanted = networks_there(session, radio.main_ifname);
+        require(faults, found == wanted,
+                "the survey of " + radio.main_ifname + " lists " + joined(found) + " instead of " +
+                    joined(wanted));
+    }
+    return faults;
+}
+
+Faults check_access(Session& session) {
+    Faults faults;
+    for (const Radio& radio : radios_of(session))
+        for (const Network& network : networks_of(session, radio))
+            check_filter(session, faults, network);
+    return faults;
+}
+
+Faults check_wps(Session& session) {
+    Faults faults;
+    const auto device = board::KeyFile::load_or_empty("/etc/wps_peer.conf");
+    for (const Radio& radio : radios_of(session)) {
+        const std::string& name = radio.main_ifname;
+        const auto records = records_of(session, radio);
+        const auto mode = board::driver_setting(name, "WscConfMode");
+        if (!mode || records.empty()) continue;
+        require(faults, mode == (records[0].wps_enable != 0 ? "6" : "0"),
+                "WPS on " + name + " was not put back into its normal mode");
+        wsc_peer_info peer{};
+        PLATFORM_CALL(session.library, apcp_get_wsc_peerinfo_by_ifname)(name.c_str(), &peer);
+        require(faults,
+                !board::has_wps_peer(name) ||
+                    (field_text(peer.device_name) == device.get("device_name").value_or("") &&
+                     field_text(peer.serial_number) == device.get("serial_number").value_or("")),
+                "WPS on " + name + " does not know the other device");
+    }
+    return faults;
+}
+
+}  // namespace boardctl

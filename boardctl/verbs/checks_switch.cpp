@@ -1,0 +1,181 @@
+// Checks of the Ethernet switch and its ports.
+#include <map>
+
+#include "boardctl/verbs/checks.h"
+#include "boardctl/verbs/host_records.h"
+#include "boardctl/verbs/port_names.h"
+#include "boardctl/verbs/radio_names.h"
+#include "frame/host.h"
+#include "live/switch.h"
+#include "live/switch_wiring.h"
+#include "live/tree.h"
+#include "platform/switch.h"
+
+namespace boardctl {
+namespace {
+
+using board::Switch;
+
+// The VLAN that a port's untagged traffic belongs to: the IPTV port goes with the WAN.
+int vlan_of(const Session& session, const Port& port) {
+    const bool is_iptv = HOST_CALL(session.library, get_iptv_config)() == 1 &&
+                         port.user_port == hardware_of(session).iptv_port;
+    return is_iptv || port.is_wan() ? 2 : 1;
+}
+
+// What the partner offers and the stored setting allows, as the library names it.
+std::string expected_link(const Session& session, const Port& port) {
+    struct Mode {
+        const char* setting;
+        uint16_t abilities, gigabit;
+        const char* link;
+    };
+    constexpr Mode kModes[] = {
+        {"1000 full", 0, 0x0800, "On 1G Full"}, {"1000 half", 0, 0x0400, "On 1G Half"},
+        {"100 full", 0x0100, 0, "On 100 Full"}, {"100 half", 0x0080, 0, "On 100 Half"},
+        {"10 full", 0x0040, 0, "On 10 Full"},   {"10 half", 0x0020, 0, "On 10 Half"},
+    };
+    const auto partner = board::Wiring::load().partners[static_cast<size_t>(port.switch_port)];
+    const std::string setting = stored_setting(session, port);
+    const bool any = setting.empty() || setting.starts_with("auto") || setting.starts_with("on ") ||
+                     setting.starts_with("off ");
+    bool is_allowed = any;
+    for (const Mode& mode : kModes) {
+        is_allowed |= !any && setting.ends_with(std::string(" ") + mode.setting);
+        const bool is_offered =
+            (partner.abilities & mode.abilities) != 0 || (partner.gigabit & mode.gigabit) != 0;
+        if (is_allowed && is_offered) return mode.link;
+    }
+    return "Off -- --";
+}
+
+std::string link_of(const Session& session, const Port& port) {
+    port_setting link{};
+    PLATFORM_CALL(session.library, get_link_status)(port.user_port, &link);
+    return field_text(link.mode) + ' ' + field_text(link.speed) + ' ' + field_text(link.duplex);
+}
+
+uint64_t received_bytes(const Session& session, const Port& port) {
+    return counters_of(session, port.user_port).rx_bytes;
+}
+
+bool is_mac_off(const Port& port) {
+    const int offset = 0x3000 + port.switch_port * 0x100;
+    return (Switch().read_register(static_cast<uint32_t>(offset)) & 0x8000) != 0;
+}
+
+bool has_traffic(const Session& session, const Port& port) {
+    return link_of(session, port).starts_with("On ") && !is_mac_off(port);
+}
+
+std::vector<board::LearntAddress> learnt_addresses() {
+    const auto lines = board::read_lines(board::live_path("switch.addresses"));
+    if (lines.empty()) return board::load_stations();
+    std::vector<board::LearntAddress> addresses(lines.size());
+    for (size_t i = 0; i < lines.size(); ++i) board::parse_address(lines[i], addresses[i]);
+    return addresses;
+}
+
+using Stations = std::map<std::string, int>;  // address, LAN port
+
+Stations stations_there(const Session& session) {
+    const auto ports = ports_of(session);
+    Stations stations;
+    for (const board::LearntAddress& address : learnt_addresses()) {
+        if (address.age == 0 || (address.mac[0] & 1) != 0) continue;
+        for (const Port& port : ports)
+            if ((address.port_map >> port.switch_port & 1) != 0 && !port.is_wan())
+                stations.emplace(address_text(session, address.mac.data()), port.user_port);
+    }
+    return stations;
+}
+
+}  // namespace
+
+Faults check_vlans(Session& session) {
+    const Switch board_switch;
+    std::map<int, std::string> members = {{1, "00000010"}, {2, "00000100"}};
+    Faults faults;
+    for (const Port& port : ports_of(session)) {
+        const int vlan = vlan_of(session, port);
+        members[vlan][static_cast<size_t>(port.switch_port)] = '1';
+        const std::string found = board_switch.setting("pvid." + std::to_string(port.switch_port));
+        require(faults, found == std::to_string(vlan), port.name + " is in the wrong VLAN");
+    }
+    for (const auto& [vlan, map] : members) {
+        const std::string number = std::to_string(vlan);
+        require(faults, board_switch.setting("vlan." + number) == number + ' ' + map,
+                "VLAN " + number + " is not " + map);
+    }
+    return faults;
+}
+
+// The other LAN ports are copied to the monitor port both ways.
+Faults check_mirror(Session& session) {
+    const Switch board_switch;
+    const int stored = HOST_CALL(session.library, get_sniff_port)();
+    const std::string monitor = board_switch.setting("mirror.monitor");
+    Faults faults;
+    for (const Port& port : ports_of(session)) {
+        const std::string number = std::to_string(port.switch_port);
+        const bool is_monitor = stored != 0 && port.user_port == stored;
+        require(faults, is_monitor == (monitor == number),
+                port.name + (is_monitor ? " is not the monitor port" : " is the monitor port"));
+        const bool is_copied = stored != 0 && !is_monitor && !port.is_wan();
+        require(faults, board_switch.setting("mirror.target." + number) == (is_copied ? "3" : ""),
+                port.name + " is mirrored wrongly");
+    }
+    return faults;
+}
+
+Faults check_ports(Session& session) {
+    Faults faults;
+    for (const Port& port : ports_of(session)) {
+        const std::string expected = expected_link(session, port);
+        require(faults, link_of(session, port) == expected,
+                port.name + " has not the link " + expected);
+        const bool is_off = stored_setting(session, port).starts_with("off");
+        require(faults, is_off == is_mac_off(port), port.name + " is not switched as stored");
+        const uint64_t now = received_bytes(session, port);
+        const bool counts = received_bytes(session, port) > now;
+        require(faults, counts == has_traffic(session, port),
+                port.name + " does not count as its link is");
+    }
+    return faults;
+}
+
+// Beginning with what was received before the switch came up: more than 32 bits of it.
+Faults check_counters(Session& session) {
+    Faults faults;
+    for (const board::CounterStart& start : board::Wiring::load().counters)
+        for (const Port& port : ports_of(session)) {
+            if (start.port != port.switch_port || start.offset != 0xac) continue;
+            require(faults, received_bytes(session, port) >> 32 == start.value,
+                    port.name + " has lost the high half of its bytes");
+        }
+    std::map<int, uint64_t> before;
+    for (const Port& port : ports_of(session))
+        before[port.user_port] = received_bytes(session, port);
+    PLATFORM_CALL(session.library, clear_port_statistics)();
+    for (const Port& port : ports_of(session))
+        require(
+            faults,
+            !has_traffic(session, port) || received_bytes(session, port) < before[port.user_port],
+            port.name + " keeps its counters");
+    return faults;
+}
+
+Faults check_wired(Session& session) {
+    wired_station_list list{};
+    PLATFORM_CALL(session.library, apcp_get_stalist_from_ethswitch)(&list);
+    Stations found;
+    for (const wired_station* node = list.first; node != nullptr; node = node->next)
+        found.emplace(address_text(session, node->mac), static_cast<int>(node->user_port));
+    HOST_CALL(session.library, free_all_list)(&list, nullptr);
+    Faults faults;
+    require(faults, found == stations_there(session),
+            "the wired stations are not those that are there");
+    return faults;
+}
+
+}  // namespace boardctl

@@ -1,0 +1,186 @@
+// Flash partitions, boot variables, calibration data.
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "boardctl/call/call.h"
+#include "boardctl/verbs/radio_names.h"
+#include "live/flash.h"
+#include "live/radio_driver.h"
+#include "live/tree.h"
+#include "platform/flash.h"
+
+namespace boardctl {
+namespace {
+
+constexpr size_t kHeadSize = 4;  // tells a radio's data from none
+constexpr const char* kUploaded = "/tmp/calibration.bin";
+
+Outcome list(Session& session, const Arguments&) {
+    Json rows = Json::array();
+    for (const board::Partition& partition : board::partitions())
+        rows.push_back(
+            {{"partition", partition.name},
+             {"device", partition.device},
+             {"bytes", PLATFORM_CALL(session.library, mtd_get_size)(partition.name.c_str())},
+             {"erase_bytes", partition.erase_size}});
+    return {{{"partitions", rows}}};
+}
+
+std::string read_bytes(const Session& session, const std::string& partition, int offset,
+                       int length) {
+    if (length < 0) throw UsageError("--length is below 0");
+    std::string bytes(static_cast<size_t>(length), '\0');
+    const int size = PLATFORM_CALL(session.library, mtd_readbuf)(bytes.data(), offset, length,
+                                                                 partition.c_str());
+    if (size < 0) throw Failed("cannot read " + partition);
+    bytes.resize(static_cast<size_t>(size));
+    return bytes;
+}
+
+std::string digits_of(std::string_view bytes) {
+    std::string text;
+    for (const char byte : bytes)
+        text += fmt::format("{}{:02x}", text.empty() ? "" : " ", static_cast<unsigned char>(byte));
+    return text;
+}
+
+Json dump(const std::string& bytes, int offset) {
+    constexpr size_t kLine = 16;
+    Json rows = Json::array();
+    for (size_t i = 0; i < bytes.size(); i += kLine) {
+        const std::string part = bytes.substr(i, kLine);
+        std::string text = part;
+        for (char& byte : text)
+            if (byte < ' ' || byte > '~') byte = '.';
+        rows.push_back({{"offset", fmt::format("{:08x}", static_cast<size_t>(offset) + i)},
+                        {"bytes", digits_of(part)},
+                        {"text", text}});
+    }
+    return rows;
+}
+
+Outcome read(Session& session, const Arguments& arguments) {
+    const std::string partition = arguments.text("PARTITION");
+    const int offset = arguments.number("--offset", 0);
+    const bool to_file = arguments.has("--output");
+    const auto size = PLATFORM_CALL(session.library, mtd_get_size)(partition.c_str());
+    const int whole = to_file && static_cast<int>(size) > 0 ? static_cast<int>(size) : 256;
+    const auto bytes = read_bytes(session, partition, offset, arguments.number("--length", whole));
+    if (!to_file) return {{{"content", dump(bytes, offset)}}};
+    session.folders().write(arguments.text("--output"), bytes);
+    return {{{"written", bytes.size()}, {"file", arguments.text("--output")}}};
+}
+
+Outcome get_variables(Session& session, const Arguments& arguments) {
+    auto names = arguments.texts("NAME");
+    if (names.empty()) names = {"ethaddr", "bootdelay", "diag", "ftm"};
+    Json answer = Json::object();
+    for (const std::string& name : names) {
+        char value[1024];
+        if (PLATFORM_CALL(session.library, get_bootconfig)(name.c_str(), value, sizeof value) == 0)
+            throw Failed("the boot environment cannot be read");
+        answer[name] = value;
+    }
+    return {answer};
+}
+
+Outcome set_variable(Session& session, const Arguments& arguments) {
+    const std::string name = arguments.text("NAME");
+    const std::string value = arguments.text("VALUE");
+    if (name.find_first_of("=&") != std::string::npos || value.find('&') != std::string::npos)
+        throw UsageError(
+            "a boot variable's name holds no \"=\", and neither it nor its value \"&\"");
+    PLATFORM_CALL(session.library, set_bootconfig)("set", (name + '=' + value).c_str());
+    char stored[1024];
+    PLATFORM_CALL(session.library, get_bootconfig)(name.c_str(), stored, sizeof stored);
+    return {{{name, stored}}, stored == value ? kGood : kFailed};
+}
+
+Json calibration_row(const Session& session, const Radio& radio) {
+    const auto offset = board::radio_index_value(radio.main_ifname, "EEPROM_offset").value_or("0");
+    const int place = number_of(offset.starts_with("0x") ? offset : "0x" + offset, "EEPROM_offset");
+    const std::string head = read_bytes(session, "Factory", place, kHeadSize);
+    const bool is_there = head.size() == kHeadSize && head != std::string(kHeadSize, '\0') &&
+                          head != std::string(kHeadSize, '\xff');
+    return {{"radio", radio.main_ifname},
+            {"offset", fmt::format("{:05x}", place)},
+            {"head", digits_of(head)},
+            {"valid", is_there}};
+}
+
+Outcome calibration(Session& session, const Arguments&) {
+    Json rows = Json::array();
+    for (const Radio& radio : radios_of(session)) rows.push_back(calibration_row(session, radio));
+    const int status = PLATFORM_CALL(session.library, check_eeprom)();
+    return {{{"calibration", rows}, {"valid", status == 0}}, status == 0 ? kGood : kFailed};
+}
+
+// A file of the caller's machine is brought onto the board first.
+Outcome install(Session& session, const Arguments& arguments) {
+    std::string path = arguments.text("FILE");
+    if (!path.empty() && session.is_virtual) {
+        board::write_text(kUploaded, session.folders().read(path));
+        path = kUploaded;
+    }
+    const Step step = session.perform("install_eeprom", [&] {
+        return PLATFORM_CALL(session.library,
+                             install_eeprom)(path.empty() ? nullptr : path.c_str());
+    });
+    if (step.result != 0) throw Failed("the image is refused, Factory is as it was");
+    session.perform("extract_eeprom()", PLATFORM_CALL(session.library, extract_eeprom));
+    return calibration(session, arguments);
+}
+
+constexpr Option kReadOptions[] = {
+    {"PARTITION", Kind::required, "as \"flash list\" names it"},
+    {"--offset", Kind::number, "first byte, 0 when not given"},
+    {"--length", Kind::number, "256 when not given, the whole partition with --output"},
+    {"--output", Kind::text, "file that takes the bytes"},
+};
+constexpr Option kGetVariablesOptions[] = {
+    {"NAME", Kind::texts, "variables"},
+};
+constexpr Option kSetVariableOptions[] = {
+    {"NAME", Kind::required, "variable"},
+    {"VALUE", Kind::required, "its value"},
+};
+constexpr Option kInstallOptions[] = {
+    {"FILE", Kind::positional, "an image"},
+};
+
+const Verb kVerbs[] = {
+    {"flash",
+     "list",
+     "The flash partitions.",
+     "  boardctl flash\n  boardctl flash list --json",
+     list,
+     {},
+     true},
+    {"flash", "read", "Reads a partition, as hexadecimal lines or into a file.",
+     "  boardctl flash read Factory --offset 0x8000 --length 16\n"
+     "  boardctl flash read Factory --output factory.bin",
+     read, kReadOptions},
+    {"env", "get", "Boot variables; the board's own when none is named.",
+     "  boardctl env\n  boardctl env get ethaddr", get_variables, kGetVariablesOptions, true},
+    {"env", "set", "Sets a boot variable, or removes it with an empty value.",
+     "  boardctl env set bootdelay 5", set_variable, kSetVariableOptions},
+    {"calibration",
+     "show",
+     "Whether the radios' calibration data is there.",
+     "  boardctl calibration",
+     calibration,
+     {},
+     true},
+    {"calibration", "install", "Writes calibration data, the default image when no file is named.",
+     "  boardctl calibration install\n  boardctl calibration install factory.bin", install,
+     kInstallOptions},
+};
+
+}  // namespace
+
+std::span<const Verb> flash_verbs() {
+    return kVerbs;
+}
+
+}  // namespace boardctl

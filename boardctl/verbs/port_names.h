@@ -1,0 +1,28 @@
+// The Ethernet ports as the host numbers them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "boardctl/session.h"
+
+namespace boardctl {
+
+inline constexpr int kFirstWanPort = 0x10001;
+
+struct Port {
+    int user_port = 0;
+    int switch_port = 0;
+    std::string name;  // "lan1"
+
+    bool is_wan() const { return user_port >= kFirstWanPort; }
+};
+
+std::vector<Port> ports_of(const Session& session);                // those that are wired
+Port named_port(const Session& session, const std::string& name);  // throws UsageError
+std::string port_name(int user_port);
+
+// The host's stored setting: "auto 1000 full", empty when there is none.
+std::string stored_setting(const Session& session, const Port& port);
+
+}  // namespace boardctl

@@ -1,0 +1,65 @@
+#include "boardctl/verbs/radio_names.h"
+
+#include "frame/host.h"
+#include "platform/wlmap.h"
+
+namespace boardctl {
+
+std::vector<Radio> radios_of(const Session& session) {
+    std::vector<Radio> radios;
+    const Library& library = session.library;
+    for (const int32_t* mode = HOST_CALL(library, get_wlm_list)(); *mode != -1; ++mode)
+        radios.push_back({*mode, PLATFORM_CALL(library, get_wl_ifname_by_wlmode)(*mode),
+                          PLATFORM_CALL(library, get_wl_bridge_ifname_by_wlmode)(*mode),
+                          PLATFORM_CALL(library, get_racfg_filename)(*mode)});
+    return radios;
+}
+
+Radio named_radio(const Session& session, const std::string& ifname) {
+    for (const Radio& radio : radios_of(session)) {
+        if (ifname == radio.main_ifname || ifname == radio.client_ifname) return radio;
+        for (uint32_t number = 0; number < PLATFORM_BSS_MAX; ++number)
+            if (ifname ==
+                network_ifname(session, (static_cast<uint32_t>(radio.wl_mode) << 16) + number))
+                return radio;
+    }
+    throw UsageError("no radio has the interface " + ifname);
+}
+
+std::vector<Radio> named_radios(const Session& session, const Arguments& arguments) {
+    if (!arguments.has("IFNAME")) return radios_of(session);
+    return {named_radio(session, arguments.text("IFNAME"))};
+}
+
+std::string network_ifname(const Session& session, uint32_t wl_index) {
+    return PLATFORM_CALL(session.library, get_wl_ifname)(wl_index);
+}
+
+Network named_network(const Session& session, const std::string& ifname) {
+    const Radio radio = named_radio(session, ifname);
+    const int32_t wl_index = PLATFORM_CALL(session.library, get_wl_idx_by_ifname)(ifname.c_str());
+    if (wl_index == -1 || ifname == radio.client_ifname)
+        throw UsageError("no network has the interface " + ifname);
+    return {radio, wl_index & 0xffff, ifname};
+}
+
+std::vector<wireless_conf> records_of(const Session& session, const Radio& radio) {
+    std::vector<wireless_conf> records(PLATFORM_BSS_MAX);
+    const int count = HOST_CALL(session.library, read_all_mbss_conf)(
+        radio.main_ifname.c_str(), records.data(), PLATFORM_BSS_MAX);
+    records.resize(count < 0 ? 0 : static_cast<size_t>(count));
+    return records;
+}
+
+std::vector<Network> networks_of(const Session& session, const Radio& radio) {
+    std::vector<Network> networks;
+    const auto count = static_cast<int>(records_of(session, radio).size());
+    for (int number = 0; number < count; ++number) {
+        Network network{radio, number, ""};
+        network.ifname = network_ifname(session, network.wl_index());
+        networks.push_back(network);
+    }
+    return networks;
+}
+
+}  // namespace boardctl

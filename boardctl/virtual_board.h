@@ -1,0 +1,35 @@
+// The virtual board that calls work on, kept in a folder between them.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "boardctl/library.h"
+
+namespace boardctl {
+
+class VirtualBoard {
+public:
+    // Made when it is not there yet. Only one call at a time works on a board; others wait.
+    explicit VirtualBoard(const std::filesystem::path& directory);
+
+    void power_on() const;
+    void remake(bool erased_factory) const;  // as it leaves the factory, or before that
+
+    // Does the work on the board and returns its status, kNotAllowed where that cannot be.
+    int enter(const std::function<int()>& work) const;
+
+    // On the board: the host knows its configuration; what changed of it is kept.
+    static void load(const Library& library);
+    static void save(const Library& library);
+
+    static std::filesystem::path usual_place();
+
+private:
+    std::filesystem::path directory_;
+};
+
+inline constexpr const char* kBoardConfiguration = "/etc/board.conf";
+
+}  // namespace boardctl
