@@ -1,0 +1,80 @@
+#!/bin/sh
+# Uses the installed tree as a firmware's build does, and installs and removes the Debian package in
+# a root of its own. usage: check_package.sh BUILD_FOLDER C_COMPILER
+set -eu
+export LC_ALL=C
+build=$1 cc=$2
+here=$(cd "$(dirname "$0")" && pwd)
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+stage=$scratch/stage root=$scratch/root
+
+files() { (cd "$1" && find . ! -type d ! -path './var/*' | sort); }
+
+# Where a tree has the library's pkg-config file.
+use_tree() {
+    export PKG_CONFIG_SYSROOT_DIR="$1" PKG_CONFIG_LIBDIR
+    PKG_CONFIG_LIBDIR=$(dirname "$(find "$1" -name platform.pc)")
+}
+
+# What this host has no function of its own for answers 0.
+host_by_pkg_config() {
+    use_tree "$1"
+    sed 's/.*/__attribute__((weak)) long &(void) { return 0; }/' \
+        "$(pkg-config --variable=host_functions platform)" >"$scratch/stubs.c"
+    # shellcheck disable=SC2046
+    $cc -std=c11 -Wall -Wextra -Wpedantic -Werror -o "$scratch/host" "$here/host.c" \
+        "$scratch/stubs.c" $(pkg-config --cflags --libs platform)
+    LD_LIBRARY_PATH=$(pkg-config --variable=libdir platform) "$scratch/host"
+}
+
+host_by_cmake() {
+    cmake -S "$here" -B "$scratch/cmake" -DCMAKE_C_COMPILER="$cc" \
+        -DCMAKE_PREFIX_PATH="$stage/usr" >/dev/null
+    cmake --build "$scratch/cmake" >/dev/null
+    ctest --test-dir "$scratch/cmake" --output-on-failure --no-tests=error | grep 'tests passed'
+}
+
+# A root that has of this machine what the package depends on and nothing else. What the package
+# asks of ldconfig is noted and not done to this machine.
+make_root() {
+    depends=$(dpkg-deb --field "$package" Depends | tr ',' '\n' | sed 's/^ *//; s/ .*//')
+    mkdir -p "$root/var/lib/dpkg/info" "$root/var/lib/dpkg/updates" "$root/var/lib/dpkg/triggers"
+    for name in $depends; do
+        dpkg-query --status "$name" && echo
+        : >"$root/var/lib/dpkg/info/$name:$(dpkg --print-architecture).list"
+    done >"$root/var/lib/dpkg/status"
+    mkdir "$scratch/bin"
+    printf '#!/bin/sh\necho "$*" >>%s\n' "$scratch/ldconfig" >"$scratch/bin/ldconfig"
+    chmod +x "$scratch/bin/ldconfig"
+}
+
+on_root() {
+    PATH=$scratch/bin:$PATH dpkg --root="$root" --force-not-root --force-script-chrootless \
+        --force-bad-path --log=/dev/null "$@" >/dev/null
+}
+
+fail() { echo "FAILED: $*"; exit 1; }
+step() { echo "-- $*"; }
+
+step the installed tree, by pkg-config
+DESTDIR=$stage cmake --install "$build" >/dev/null
+host_by_pkg_config "$stage"
+
+step the installed tree, by CMake
+host_by_cmake
+
+step the Debian package
+cpack --config "$build/CPackConfig.cmake" -B "$scratch/deb" >"$scratch/cpack" 2>&1 ||
+    { cat "$scratch/cpack"; exit 1; }
+package=$(echo "$scratch"/deb/*.deb)
+make_root
+on_root --install "$package"
+files "$stage" >"$scratch/staged"
+files "$root" | diff "$scratch/staged" -
+host_by_pkg_config "$root"
+on_root --purge "$(dpkg-deb --field "$package" Package)"
+left=$(find "$root" -mindepth 1 ! -path "$root/var*")
+[ -z "$left" ] || fail "left behind: $left"
+printf '%s\n' "-r $root" "-r $root" | diff - "$scratch/ldconfig" || fail "ldconfig's calls"
+echo "$(wc -l <"$scratch/staged") files installed and removed"
