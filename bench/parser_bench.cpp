@@ -9,6 +9,7 @@
 
 #include "plain_parsers.h"
 #include "ratio_report.h"
+#include "sample_tables.h"
 #include "support/stream.h"
 #include "wireless/station_table.h"
 #include "wireless/survey_table.h"
@@ -40,35 +41,6 @@ void* realloc(void* memory, size_t size) {
 }
 
 namespace {
-
-std::string station_table(int rows) {
-    std::string text = "ra0       get_mac_table:\nV2 MAC AID PSM AUTH RSSI\n";
-    for (int i = 0; i < rows; ++i) {
-        char line[128];
-        std::snprintf(line, sizeof line,
-                      "0011223344%02x %d %d 0 1 %d %d %d %d %lld -%d/-47/-127/-127\n", i, i % 4,
-                      i + 1, -40 - i % 50, i % 100, 866, 123456 * i, 98765432101LL * i, 45 + i % 9);
-        text += line;
-    }
-    return text;
-}
-
-std::string survey_table(int rows) {
-    std::string text =
-        "Ch  SSID                             BSSID               Security       Siganl(%)W-Mode\n";
-    const char* const kSecurity[] = {"WPA2PSK/AES", "WPA1PSKWPA2PSK/TKIPAES", "NONE", "WPA2/AES"};
-    for (int i = 0; i < rows; ++i) {
-        char line[256];
-        std::snprintf(
-            line, sizeof line, "%-4d%-33s00:11:22:aa:bb:%02x   %s %d(-%d) 11b/g/n %s Infra %s%s\n",
-            1 + i % 13, "A neighbour's network", i, kSecurity[i % 4], i % 100, 50 + i % 40,
-            i % 3 == 0 ? "ABOVE" : "NONE", i % 2 == 0 ? "YES PBC" : "YES PIN",
-            i % 4 == 0 ? " 10203040 001122334455 66778899aabb router          " : "");
-        text += line;
-    }
-    if (text.size() > 32768) std::abort();  // what the library asks the driver for
-    return text;
-}
 
 // A text as the stream that a driver's answer is read from.
 class TextStream {
@@ -144,22 +116,22 @@ void measure(benchmark::State& state, Parse parse) {
 }
 
 void stations(benchmark::State& state, bool library) {
-    std::string text = station_table(static_cast<int>(state.range(0)));
+    std::string text = bench::station_table(static_cast<int>(state.range(0)));
     TextStream stream(text);
     measure<station_list>(state,
                           [&](station_list& list) { parse_stations(stream, list, library); });
 }
 
 void survey(benchmark::State& state, bool library) {
-    std::string text = survey_table(static_cast<int>(state.range(0)));
+    std::string text = bench::survey_table(static_cast<int>(state.range(0)));
     TextStream stream(text);
     measure<ap_list>(state, [&](ap_list& list) { parse_survey(text, stream, list, library); });
 }
 
 // Only parsers that come to the same records can be compared.
 bool parsers_agree() {
-    std::string station_text = station_table(STATION_LIST_MAX);
-    std::string survey_text = survey_table(AP_LIST_MAX);
+    std::string station_text = bench::station_table(STATION_LIST_MAX);
+    std::string survey_text = bench::survey_table(AP_LIST_MAX);
     TextStream station_stream(station_text);
     TextStream survey_stream(survey_text);
     const auto station_lists = std::make_unique<station_list[]>(2);
