@@ -81,7 +81,7 @@ void add(const Path& path, Way way, bool brief) {
     if (path.waits)
         row->Iterations(1)->Repetitions(brief ? 1 : 5);
     else
-        row->MinTime(brief ? 0.005 : 0.02)->Repetitions(brief ? 5 : 25);
+        row->MinTime(brief ? 0.005 : 0.02)->Repetitions(brief ? 3 : 25);
 }
 
 bool measure(const std::vector<Path>& paths, const Options& options) {

@@ -13,6 +13,7 @@
 #include <stddef.h>
 #include <stdint.h>
 
+/* Hold a record to its layout, member by member and whole. */
 #define PLATFORM_AT(type, member, offset) \
     static_assert(offsetof(type, member) == (offset), #type "." #member)
 #define PLATFORM_SIZE(type, size) static_assert(sizeof(type) == (size), #type)
@@ -27,9 +28,9 @@ enum {
 
 /* Which channel a radio runs on; also five words of other records. */
 struct channel_spec {
-    int32_t channel;     /* control channel, 0 = automatic */
-    int32_t ext_channel; /* second 20 MHz channel of a 40 MHz pair, or the centre channel */
-    int32_t frequency_mhz;
+    int32_t channel;       /* control channel, 0 = automatic */
+    int32_t ext_channel;   /* second 20 MHz channel of a 40 MHz pair, or the centre channel */
+    int32_t frequency_mhz; /* of the control channel */
     int32_t reserved;
     int32_t bandwidth_mhz; /* 20, 40 or 80; 0 as stored */
 };
@@ -64,9 +65,9 @@ enum wireless_cipher {
  * carries the settings of the whole radio (marked R), which are read from no other record.
  */
 struct wireless_conf {
-    int32_t enabled;
+    int32_t enabled; /* 0: the BSS stays down */
     uint8_t reserved0[8];
-    char ssid[128];
+    char ssid[128];          /* of the network */
     int32_t wireless_mode;   /* R: 1 b/g, 2 b, 3 g, 4 n, 5 g/n, 6 b/g/n, 9 a/n, 10 and 11 a/n/ac */
     int32_t channel;         /* R: first word of the channel_spec, 0 = automatic */
     int32_t ext_channel;     /* R */
@@ -75,10 +76,10 @@ struct wireless_conf {
     int32_t auth_mode;       /* enum wireless_auth */
     int32_t encryption;      /* enum wireless_cipher */
     uint8_t reserved1[20];
-    int32_t wep_default_key; /* 1 to 4 */
-    int32_t wep_key_format;  /* 1 hexadecimal, otherwise ASCII */
-    char wep_key[PLATFORM_WEP_KEYS][27];
-    char wpa_psk[108];
+    int32_t wep_default_key;             /* 1 to 4 */
+    int32_t wep_key_format;              /* 1 hexadecimal, otherwise ASCII */
+    char wep_key[PLATFORM_WEP_KEYS][27]; /* keys 1 to 4 */
+    char wpa_psk[108];                   /* pass phrase, or key in hexadecimal */
     uint8_t reserved2[12];
     int32_t tx_power;                          /* R: percent of the maximum */
     int32_t bg_protection;                     /* R */
@@ -119,8 +120,8 @@ struct wireless_conf {
     int32_t igmp_snoop;      /* R */
     uint8_t reserved6[16];
     char radius_server[32]; /* IPv4 text, empty when none */
-    char radius_key[128];
-    int32_t radius_port; /* 0 = 1812 */
+    char radius_key[128];   /* shared with the server */
+    int32_t radius_port;    /* 0 = 1812 */
     uint8_t reserved7[4];
     int32_t beamforming; /* R: bit 0 explicit, bit 1 implicit, bit 2 MU-MIMO */
     uint8_t reserved8[4];
@@ -182,7 +183,7 @@ PLATFORM_AT(struct wireless_conf, stream_count, 1228);
 
 /* Transmit power control of one band, part of hw_info. */
 struct hw_tpc {
-    int32_t enable;
+    int32_t enable;  /* 0: the texts go nowhere */
     char value[128]; /* text for the driver's "tpc" setting */
     char duty[128];  /* text for the driver's "tpc_duty" setting */
 };
@@ -205,14 +206,14 @@ struct hw_info {
     uint8_t reserved2[32];
     int32_t usb_count; /* entries of usb_led_gpio in use */
     uint8_t reserved3[112];
-    int32_t run_led_gpio;
-    int32_t reset_button_gpio;
-    int32_t wps_button_gpio;
+    int32_t run_led_gpio;       /* pin */
+    int32_t reset_button_gpio;  /* pin */
+    int32_t wps_button_gpio;    /* pin */
     struct hw_wl_led wl_led[2]; /* of wl mode 0 and 1 */
-    int32_t usb_led_gpio[18];
-    int32_t lan_port_count;
-    int32_t wan_port_count;
-    int32_t iptv_port; /* user port index, -1 none */
+    int32_t usb_led_gpio[18];   /* pins */
+    int32_t lan_port_count;     /* LAN ports 1 to n */
+    int32_t wan_port_count;     /* WAN ports 1 to n */
+    int32_t iptv_port;          /* user port index, -1 none */
     uint8_t reserved4[304];
 };
 PLATFORM_SIZE(struct hw_info, 1496);
@@ -250,7 +251,7 @@ enum sw_info_layout {
 /* One entry of the MAC filter table. */
 struct mac_filter_entry {
     int32_t inactive; /* 0 for an entry in force */
-    uint8_t mac[6];
+    uint8_t mac[6];   /* of the station */
     uint8_t reserved[14];
 };
 PLATFORM_SIZE(struct mac_filter_entry, 24);
@@ -258,26 +259,26 @@ PLATFORM_AT(struct mac_filter_entry, mac, 4);
 
 /* Head of the MAC filter table of macdb_read(); its entries follow directly. */
 struct mac_filter_table {
-    int32_t count;
+    int32_t count; /* of the entries that follow */
     int32_t reserved;
 };
 PLATFORM_SIZE(struct mac_filter_table, 8);
 
 /* The vendor information element that the access points announce. */
 struct vendor_element {
-    uint8_t first[4];
-    uint8_t second[6];
-    uint8_t third[6];
-    char text[16]; /* NUL-terminated when shorter */
+    uint8_t first[4];  /* raw bytes, as the next two */
+    uint8_t second[6]; /* behind the first */
+    uint8_t third[6];  /* behind the second */
+    char text[16];     /* NUL-terminated when shorter */
 };
 PLATFORM_SIZE(struct vendor_element, 32);
 PLATFORM_AT(struct vendor_element, text, 16);
 
 /* One entry of the regulatory calibration table, which has REGULATED_EEPROM_ENTRIES of them. */
 struct regulated_eeprom_entry {
-    int32_t in_use;
-    int32_t first;
-    int32_t second;
+    int32_t in_use; /* 0: the entry counts for nothing */
+    int32_t first;  /* byte before the colon of the driver's pair */
+    int32_t second; /* byte behind it */
 };
 PLATFORM_SIZE(struct regulated_eeprom_entry, 12);
 enum { REGULATED_EEPROM_ENTRIES = 32 };
@@ -286,6 +287,6 @@ enum { REGULATED_EEPROM_ENTRIES = 32 };
 struct led_silent_control {
     uint32_t mode;       /* 0 normal, 1 always silent, otherwise silent from start to end */
     uint32_t start_hour; /* 0 to 23, UTC */
-    uint32_t end_hour;
+    uint32_t end_hour;   /* the first that is not silent */
 };
 PLATFORM_SIZE(struct led_silent_control, 12);

@@ -65,8 +65,8 @@ PLATFORM_API int install_eeprom(const char* path);
 
 /*
  * Copies the first 65536 bytes of "Factory", or as many as can be read, into the driver's file
- * /lib/firmware/<EEPROM_name of the first radio>. 0; -1 when that cannot be created or written
- * whole (then it is removed), when the name is missing, holds a "/" or has more than 17
+ * /lib/firmware, named by EEPROM_name of the first radio. 0; -1 when that cannot be created or
+ * written whole (then it is removed), when the name is missing, holds a "/" or has more than 17
  * characters, and when nothing of "Factory" can be read (then the file stays as it was).
  */
 PLATFORM_API int extract_eeprom(void);

@@ -5,6 +5,7 @@
 
 PLATFORM_BEGIN_DECLS
 
+/* A function of the descriptor. */
 typedef int (*platform_slot)(void);
 
 /*
@@ -20,6 +21,7 @@ struct platform_driver {
     platform_slot reserved1[3];
 };
 
+/* The board's descriptor. */
 PLATFORM_API extern const struct platform_driver platform_drv;
 
 /* The address of platform_drv, the same at every call. */

@@ -29,11 +29,11 @@ PLATFORM_API int turn_led(int pin, int on);
 
 /*
  * LED groups. Results: -1 when the board has no such LED, else turn_led()'s result, or
- * set_port_led_all()'s for the Ethernet ports.
+ * set_port_led_all()'s for the Ethernet ports. The radio is the place in the host's list; a wl mode
+ * other than 0 and 1 is the result itself.
  */
 PLATFORM_API int platform_run_led_control(int on);
 PLATFORM_API void platform_power_led_control(int on); /* does nothing */
-/* radio is the place in the host's list; a wl mode other than 0 and 1 is the result itself. */
 PLATFORM_API int platform_wl_led_control(int radio, int on);
 PLATFORM_API void platform_wan_led_control(int port, int on); /* does nothing */
 PLATFORM_API int platform_lan_led_control(int port, int on);

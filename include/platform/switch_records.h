@@ -15,20 +15,20 @@ PLATFORM_SIZE(struct port_setting, 30);
 
 /* Counters of one Ethernet port. The host's record goes on behind them. */
 struct port_counters {
-    uint64_t rx_packets;
-    uint64_t rx_bytes;
-    uint64_t rx_broadcast;
-    uint64_t rx_multicast;
-    uint64_t zero0;
-    uint64_t rx_dropped; /* at ingress */
-    uint64_t rx_crc_errors;
-    uint64_t zero1;
+    uint64_t rx_packets;    /* unicast, multicast and broadcast */
+    uint64_t rx_bytes;      /* as the switch counts */
+    uint64_t rx_broadcast;  /* packets */
+    uint64_t rx_multicast;  /* packets */
+    uint64_t zero0;         /* 0 */
+    uint64_t rx_dropped;    /* at ingress */
+    uint64_t rx_crc_errors; /* packets */
+    uint64_t zero1;         /* 0 */
     uint64_t reserved;
-    uint64_t tx_packets;
-    uint64_t tx_bytes;
-    uint64_t tx_broadcast;
-    uint64_t tx_multicast;
-    uint64_t tx_collisions;
+    uint64_t tx_packets;    /* unicast, multicast and broadcast */
+    uint64_t tx_bytes;      /* as the switch counts */
+    uint64_t tx_broadcast;  /* packets */
+    uint64_t tx_multicast;  /* packets */
+    uint64_t tx_collisions; /* of packets */
 };
 PLATFORM_SIZE(struct port_counters, 112);
 PLATFORM_AT(struct port_counters, rx_dropped, 40);
@@ -37,20 +37,20 @@ PLATFORM_AT(struct port_counters, tx_collisions, 104);
 
 /* One address that the switch has learnt. */
 struct switch_mac_entry {
-    uint8_t mac[6];
+    uint8_t mac[6];   /* of the device */
     uint8_t info;     /* low byte of the second address register */
     uint8_t port_map; /* bit p: learnt on switch port p */
 };
 PLATFORM_SIZE(struct switch_mac_entry, 8);
 PLATFORM_AT(struct switch_mac_entry, info, 6);
 
-/* A list of the host's: its head, zero before use, and a node for each wired station. */
+/* A wired station, a node of the host's list. */
 struct wired_station {
-    struct wired_station* next;
-    uint32_t kind; /* 1 */
-    uint8_t mac[6];
+    struct wired_station* next; /* null in the last node */
+    uint32_t kind;              /* 1 */
+    uint8_t mac[6];             /* of the station */
     uint8_t reserved0[6];
-    uint32_t user_port;
+    uint32_t user_port; /* that the station was learnt on */
     uint8_t reserved1[36];
 };
 PLATFORM_SIZE(struct wired_station, 64);
@@ -58,11 +58,12 @@ PLATFORM_AT(struct wired_station, kind, 8);
 PLATFORM_AT(struct wired_station, mac, 12);
 PLATFORM_AT(struct wired_station, user_port, 24);
 
+/* The host's list of wired stations, zero before use. */
 struct wired_station_list {
-    uint32_t count;
+    uint32_t count; /* nodes */
     uint32_t reserved;
-    struct wired_station* first;
-    void* second;
+    struct wired_station* first; /* null in an empty list */
+    void* second;                /* the host's */
 };
 PLATFORM_SIZE(struct wired_station_list, 24);
 PLATFORM_AT(struct wired_station_list, first, 8);
