@@ -1,0 +1,18 @@
+// A calibration image over what the partition holds, with any places of the radios' data.
+#include "platform/flash.h"
+#include "target.h"
+
+using namespace fuzz_target;
+
+void fuzz(Pieces& input) {
+    outside().index = input.next();
+    outside().text = input.next();
+    outside().device = input.rest();
+    constexpr uint32_t kLargest = 1 << 16;  // an image of more takes long and shows nothing new
+    if (mtd_get_size("Factory") > kLargest) return;
+    check_eeprom();
+    const size_t before = outside().commands.size();
+    const bool installed = install_eeprom(nullptr) == 0;
+    CLAIM(outside().commands.size() == before + (installed ? 1 : 0));
+    extract_eeprom();
+}

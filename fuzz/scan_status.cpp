@@ -1,0 +1,13 @@
+// The driver's scan status, polled, for an interface of any name.
+#include "platform/wireless.h"
+#include "target.h"
+
+using namespace fuzz_target;
+
+void fuzz(Pieces& input) {
+    Exact ifname(input.text());
+    outside().text = input.rest();
+    const int running = wireless_api_wait_scan_end(ifname.c_str());
+    CLAIM(running == 0 || running == 1);
+    CLAIM(outside().commands.size() == (running == 1 ? 15 : outside().commands.empty() ? 0 : 1));
+}
