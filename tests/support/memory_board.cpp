@@ -218,8 +218,7 @@ MemoryBoard::~MemoryBoard() {
 int MemoryBoard::run(const char* command) {
     if (command == nullptr) std::abort();
     commands.emplace_back(command);
-    if (on_command) on_command(command);
-    return 0;
+    return on_command ? on_command(command) : 0;
 }
 
 }  // namespace harness

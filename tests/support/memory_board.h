@@ -29,9 +29,9 @@ public:
     bool file_is_there = false;  // what the host says of every file
     std::vector<std::string> commands;
 
-    // Answers the library's ioctls, 0 without; on_command sees each command when it is run.
+    // Answers the library's ioctls and gives its commands their status, 0 without.
     std::function<int(unsigned long request, void* record)> on_ioctl;
-    std::function<void(const char* command)> on_command;
+    std::function<int(const char* command)> on_command;
 
     // Streams, descriptors and locks that the library has not given back.
     size_t open_handles() const { return streams_ + devices_.size() + locks_; }
