@@ -59,8 +59,7 @@ inline std::vector<std::string> forms_in_sources(const std::filesystem::path& so
             throw std::runtime_error(entry.path().string() + ": no formats in the table");
     }
     std::ranges::sort(forms);
-    const auto repeated = std::ranges::unique(forms);
-    forms.erase(repeated.begin(), repeated.end());
+    forms.erase(std::unique(forms.begin(), forms.end()), forms.end());
     return forms;
 }
 
