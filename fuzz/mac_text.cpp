@@ -1,5 +1,5 @@
 // MAC addresses as texts or raw bytes.
-#include <cctype>
+#include <algorithm>
 
 #include "platform/switch.h"
 #include "switch/mac_edit.h"
@@ -7,24 +7,14 @@
 
 using namespace fuzz_target;
 
-namespace {
-
-// As a caller has to tell it from raw bytes.
-bool is_text(const std::string& address) {
-    const auto first = static_cast<unsigned char>(address.empty() ? '\0' : address.front());
-    const size_t separator = address.find_first_of(":-");
-    return (std::isspace(first) || std::isxdigit(first)) && separator < platform::kMacSize &&
-           address.find('\0') > separator;
-}
-
-}  // namespace
-
 // A text with its terminator, or six bytes with nothing behind them.
 void fuzz(Pieces& input) {
     std::string bytes(input.next());
-    if (!is_text(bytes)) bytes.resize(platform::kMacSize - 1, '#');
-    const std::unique_ptr<char[]> address(new char[bytes.size() + 1]);
-    std::memcpy(address.get(), bytes.c_str(), bytes.size() + 1);
+    const size_t separator = std::min(bytes.find_first_of(":-"), bytes.find('\0'));
+    const bool is_text = separator < platform::kMacSize && bytes[separator] != '\0';
+    bytes.resize(is_text ? bytes.size() + 1 : size_t{platform::kMacSize});
+    const std::unique_ptr<char[]> address(new char[bytes.size()]);
+    std::memcpy(address.get(), bytes.data(), bytes.size());
 
     ethswitch_del_mac(address.get());
     CLAIM(outside().commands.size() == 1);
