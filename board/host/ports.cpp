@@ -14,8 +14,7 @@ constexpr int kWanPort = 0x10000;  // WAN port j is kWanPort + j
 
 // Switch port of port 1, 2, ... of a list, -1 beyond it.
 int switch_port(const std::vector<int>& ports, int number) {
-    const auto index = static_cast<size_t>(number - 1);
-    return number >= 1 && index < ports.size() ? ports[index] : -1;
+    return number >= 1 && number <= std::ssize(ports) ? ports[static_cast<size_t>(number) - 1] : -1;
 }
 
 // The reverse: 1, 2, ... or 0.

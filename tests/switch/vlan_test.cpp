@@ -45,7 +45,7 @@ TEST_F(Vlans, SplitLanFromWanAndIptvMovesItsPort) {
         if (iptv == 1) expect_vlans("210", "43", "11100010", "00011100");
         if (iptv != 1) expect_vlans("3210", "4", "11110010", "00001100");
     }
-    for (const int no_port : {-1, 9}) {
+    for (const int no_port : {-1, 9, INT32_MIN}) {
         host().hw.iptv_port = no_port;
         EXPECT_EQ(0, set_iptv_system(1));
         expect_vlans("3210", "4", "11110010", "00001100");
