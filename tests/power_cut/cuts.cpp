@@ -1,0 +1,209 @@
+#include "power_cut/cuts.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <filesystem>
+
+#include "live/flash.h"
+#include "live/key_file.h"
+#include "live/tree.h"
+
+namespace power_cut {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kCut = 99;
+constexpr const char* kDirectories[] = {"/dev", "/etc", "/lib"};
+
+bool armed = false;
+int cut_at = 0;
+std::map<FILE*, std::string> fed_tools;  // the partition that a pipe's tool writes
+std::map<std::string, std::string> calibration_words;
+
+int& points_passed() {
+    static int* const shared = static_cast<int*>(
+        mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+    return *shared;
+}
+
+// The erased or written state of the flash appears at once; the points are between.
+void store(const board::Partition& partition, const std::string& content) {
+    armed = false;
+    board::write_text(partition.device, content);
+    armed = true;
+}
+
+std::string content_of(FILE* pipe) {
+    std::string text(static_cast<size_t>(std::ftell(pipe)), '\0');
+    std::rewind(pipe);
+    text.resize(std::fread(text.data(), 1, text.size(), pipe));
+    return text;
+}
+
+// None that ends early: its checksum is wrong.
+board::BootEnvironment boot_environment() {
+    const std::string image = board::read_partition(*board::find_partition("Config"));
+    const bool whole = image.find(std::string(2, '\0')) != image.npos;
+    return whole ? board::BootEnvironment::parse(image) : board::BootEnvironment();
+}
+
+// "ra0 e2p 4=9f00": a word waits in the driver until "ated" stores it in the radio's part.
+void note_word(const std::string& command) {
+    const size_t at = command.find(" e2p ") + 5;
+    const std::string value = command.substr(command.find('=') + 1);
+    calibration_words[command.substr(at, 1)] = {
+        static_cast<char>(std::stoi(value.substr(2), nullptr, 16)),
+        static_cast<char>(std::stoi(value.substr(0, 2), nullptr, 16))};
+}
+
+void store_words(bool second_radio) {
+    std::string image = board::read_partition(*board::find_partition("Factory"));
+    for (const auto& [offset, bytes] : calibration_words)
+        image.replace((second_radio ? 0x8000 : 0) + std::stoul(offset), 2, bytes);
+    write_flash("Factory", image);
+}
+
+}  // namespace
+
+Tree read_tree() {
+    Tree tree;
+    for (const char* directory : kDirectories)
+        for (const auto& entry : fs::recursive_directory_iterator(board::in_tree(directory))) {
+            const std::string path = entry.path().string().substr(board::root().size());
+            if (entry.is_regular_file()) tree[path] = board::read_text(path).value();
+        }
+    return tree;
+}
+
+void write_tree(const Tree& tree) {
+    for (const char* directory : kDirectories) fs::remove_all(board::in_tree(directory));
+    for (const auto& [path, text] : tree) {
+        board::make_directories(path.substr(0, path.rfind('/')));
+        board::write_text(path, text);
+    }
+}
+
+int run_apart(const std::function<void()>& work, int end) {
+    points_passed() = 0;
+    std::fflush(nullptr);
+    const bool had_failure = testing::Test::HasFailure();
+    const pid_t process = fork();
+    if (process == 0) {
+        cut_at = end;
+        armed = true;
+        work();
+        armed = false;
+        _exit(!had_failure && testing::Test::HasFailure() ? 1 : 0);
+    }
+    int status = -1;
+    waitpid(process, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == (end == 0 ? 0 : kCut)) << status;
+    return points_passed();
+}
+
+void point(const std::function<void()>& last) {
+    if (!armed || ++points_passed() != cut_at) return;
+    if (last) last();
+    _exit(kCut);
+}
+
+void write_flash(std::string_view name, std::string_view data) {
+    const board::Partition partition = board::find_partition(name).value();
+    std::string content = board::read_partition(partition);
+    ASSERT_LE(data.size(), content.size());
+    const size_t block = partition.erase_size;
+    for (size_t start = 0; start < data.size(); start += block) {
+        point();
+        std::fill_n(content.begin() + static_cast<ptrdiff_t>(start), block, '\xFF');
+        store(partition, content);
+        size_t done = 0;
+        for (const size_t end : {size_t{256}, block / 2, block}) {
+            point();
+            const std::string_view piece = data.substr(std::min(start + done, data.size()));
+            content.replace(start + done, std::min(piece.size(), end - done), piece, 0, end - done);
+            store(partition, content);
+            done = end;
+        }
+    }
+}
+
+std::string boot_variable(const std::string& name) {
+    return boot_environment().get(name).value_or("");
+}
+
+int run_tool(const std::string& command) {
+    constexpr std::string_view kSet = "/sbin/uboot_env -s ";
+    point();
+    if (command.starts_with(kSet)) {
+        const std::string setting = command.substr(kSet.size(), command.find(" | ") - kSet.size());
+        const auto pair = board::split_key_value(setting).value();
+        board::BootEnvironment environment = boot_environment();
+        environment.set(pair.key, pair.value);
+        write_flash("Config", environment.image());
+    } else if (command.find(" e2p ") != command.npos) {
+        note_word(command);
+    } else if (command.starts_with("ated -i")) {
+        store_words(command.starts_with("ated -irai0"));
+    }
+    return 0;
+}
+
+size_t fwrite(const void* bytes, size_t size, size_t count, FILE* stream) {
+    const char* const text = static_cast<const char*>(bytes);
+    const size_t half = size * count / 2;
+    point();
+    std::fwrite(text, 1, half, stream);
+    std::fflush(stream);
+    const auto tool = fed_tools.find(stream);
+    point([&] {
+        if (tool != fed_tools.end()) write_flash(tool->second, {text, half});
+    });
+    std::fwrite(text + half, 1, size * count - half, stream);
+    return count;
+}
+
+FILE* popen(const char* command, const char* mode) {
+    point();
+    FILE* const pipe = fdopen(memfd_create("pipe", 0), "r+");
+    const std::string text = command;
+    if (*mode == 'w') {
+        fed_tools[pipe] = text.substr(text.rfind(' ') + 1);
+    } else {
+        std::fputs((boot_variable(text.substr(text.rfind(' ') + 1)) + "\n").c_str(), pipe);
+        std::rewind(pipe);
+    }
+    return pipe;
+}
+
+int pclose(FILE* pipe) {
+    if (const auto tool = fed_tools.extract(pipe)) write_flash(tool.mapped(), content_of(pipe));
+    return std::fclose(pipe);
+}
+
+}  // namespace power_cut
+
+// Of the host's files. What a process appends is its journal, which no start reads.
+extern "C" ssize_t write(int descriptor, const void* bytes, size_t size) {
+    size_t done = 0;
+    if (power_cut::armed && descriptor > STDERR_FILENO &&
+        (fcntl(descriptor, F_GETFL) & O_APPEND) == 0) {
+        power_cut::point();
+        done = static_cast<size_t>(syscall(SYS_write, descriptor, bytes, size / 2));
+        power_cut::point();
+    }
+    const long rest =
+        syscall(SYS_write, descriptor, static_cast<const char*>(bytes) + done, size - done);
+    return rest < 0 ? rest : static_cast<ssize_t>(done) + rest;
+}
+
+extern "C" int rename(const char* from, const char* to) noexcept {
+    power_cut::point();
+    return static_cast<int>(syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0));
+}

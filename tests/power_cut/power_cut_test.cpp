@@ -1,0 +1,251 @@
+// Power fails at each write, rename and command: what the next start finds, and how it ends.
+#include "power_cut/cuts.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+#include "live/flash.h"
+#include "live/interfaces.h"
+#include "live/tree.h"
+#include "platform/platform.h"
+#include "profile/sample_radios.h"
+#include "support/library_hook.h"
+
+namespace {
+
+using power_cut::boot_variable;
+using power_cut::read_tree;
+using power_cut::run_apart;
+using power_cut::Tree;
+
+// Under AddressSanitizer a process takes a tenth of a second to start.
+#if defined(__has_feature)
+constexpr bool kSlow = __has_feature(address_sanitizer);
+#else
+constexpr bool kSlow = false;
+#endif
+
+// What a tree says, piece by piece: a profile's key, a boot variable, some bytes of a partition.
+using Facts = std::map<std::string, std::string>;
+
+enum Outcome { kOld, kMixed, kTorn, kNew };
+using Count = std::array<int, 4>;
+
+// Torn: a piece is neither what it was nor what it was to be.
+Outcome judge(const Facts& before, const Facts& now, const Facts& whole) {
+    const auto piece = [](const Facts& facts, const std::string& key) {
+        const auto row = facts.find(key);
+        return row == facts.end() ? "(none)" : row->second;
+    };
+    Facts all = before;
+    all.insert(now.begin(), now.end());
+    all.insert(whole.begin(), whole.end());
+    for (const auto& [key, value] : all) {
+        const std::string found = piece(now, key);
+        if (found != piece(before, key) && found != piece(whole, key)) return kTorn;
+    }
+    return now == whole ? kNew : now == before ? kOld : kMixed;
+}
+
+struct Operation {
+    const char* name;
+    std::function<void()> run;
+    // What the next start finds -> what it makes of that -> where that is not new, what comes of
+    // the operation and a start more.
+    const char* outcomes;
+};
+
+class PowerCut : public harness::SampleRadios {
+protected:
+    PowerCut() {
+        board::BootEnvironment variables;
+        for (const auto& [name, value] : {
+                 std::pair("ethaddr", std::string("00:9f:33:10:20:30")),
+                 {"pad", std::string(3000, 'p')},
+                 {"diag",     "0"               },
+                 {"ftm",     "off" }
+        })
+            variables.set(name, value);
+        write("/proc/mtd",
+              "dev: size erasesize name\nmtd1: 00001000 00001000 \"Config\"\n"
+              "mtd2: 00010000 00008000 \"Factory\"\n");
+        write("/dev/mtd1", variables.image());
+        write("/dev/mtd2", calibration_);
+        write("/lib/firmware/radio0.bin", calibration_);
+        write("/etc_ro/wlan/MT7615_EEPROM.bin", image_);
+        on_command = power_cut::run_tool;
+    }
+
+    static Facts profile_keys() {
+        Facts facts;
+        for (const char* path : harness::kProfilePath)
+            for (const std::string& line : board::read_lines(path))
+                facts[path + line.substr(0, line.find('='))] += line;
+        return facts;
+    }
+    static Facts boot_variables() {
+        Facts facts;
+        for (const char* name : {"ethaddr", "pad", "diag", "ftm", "a", "b"})
+            facts[name] = boot_variable(name);
+        return facts;
+    }
+    static Facts flash_pieces() {
+        Facts facts;
+        for (const char* path : {"/dev/mtd1", "/dev/mtd2", "/lib/firmware/radio0.bin"}) {
+            const std::string content = board::read_text(path).value_or("");
+            facts[std::string(path) + " size"] = std::to_string(content.size());
+            for (size_t at = 0; at < content.size(); at += 256)
+                facts[path + std::to_string(at)] = content.substr(at, 256);
+        }
+        return facts;
+    }
+    static Facts address_pieces() {
+        Facts facts = flash_pieces();
+        std::erase_if(facts, [](const auto& fact) { return fact.first.starts_with("/dev/mtd1"); });
+        facts.merge(boot_variables());
+        return facts;
+    }
+
+    void expect_cuts(const Operation& operation, Facts (*facts)(), void (*start)()) {
+        const Tree old = read_tree();
+        const auto started = [&] {
+            power_on();
+            run_apart(start, 0);
+            return facts();
+        };
+        const Facts before = facts();
+        const Facts before_started = started();
+        power_cut::write_tree(old);
+        const int points = run_apart(operation.run, 0);
+        const Facts whole = facts();
+        const Facts whole_started = started();
+
+        Count found = {};
+        Count left = {};
+        Count repeated = {};
+        size_t litter = 0;
+        for (int n = 1; n <= points; n += kSlow && n > 16 ? 16 : 1) {
+            SCOPED_TRACE(testing::Message() << operation.name << ", cut at " << n);
+            power_cut::write_tree(old);
+            run_apart(operation.run, n);
+            ++found[judge(before, facts(), whole)];
+            litter = std::max(litter, read_tree().size() - old.size());
+            const Outcome start_left = judge(before_started, started(), whole_started);
+            ++left[start_left];
+            if (start_left == kNew) continue;
+            run_apart(operation.run, 0);
+            ++repeated[judge(before_started, started(), whole_started)];
+        }
+        std::printf("%-31s %4d points:%s ->%s ->%s; files left over: %zu\n", operation.name, points,
+                    words(found, true).c_str(), words(left, true).c_str(),
+                    words(repeated, true).c_str(), litter);
+        EXPECT_EQ(operation.outcomes, words(found) + " ->" + words(left) + " ->" + words(repeated))
+            << operation.name;
+        power_cut::write_tree(old);
+    }
+
+    const std::string calibration_ = std::string(0x10000, '\x15');
+    const std::string image_ = std::string(0x10000, '\x22');
+
+private:
+    // What is not on flash is gone.
+    void power_on() {
+        for (const char* directory : {"/sys", "/tmp", "/var"}) remove(directory);
+        for (const char* directory : {"/tmp", "/var/run"}) board::make_directories(directory);
+        board::create_interfaces(host());
+    }
+    static std::string words(const Count& count, bool with_numbers = false) {
+        const char* const kWords[] = {" old", " mixed", " torn", " new"};
+        std::string text;
+        for (const Outcome outcome : {kOld, kMixed, kTorn, kNew}) {
+            if (count[outcome] == 0) continue;
+            text += kWords[outcome];
+            if (with_numbers) text += ' ' + std::to_string(count[outcome]);
+        }
+        return text;
+    }
+
+    const harness::LibraryHook fwrite_{"fwrite", power_cut::fwrite};
+    const harness::LibraryHook popen_{"popen", power_cut::popen};
+    const harness::LibraryHook pclose_{"pclose", power_cut::pclose};
+};
+
+// A profile is never torn, and the next start makes it anew from the host's records.
+TEST_F(PowerCut, OfAProfile) {
+    const Operation kRows[] = {
+        {"platform_init_wireless",          platform_init_wireless,                         " old mixed new -> new ->"},
+        {"platform_set_wireless",           [] { platform_set_wireless(nullptr, "rai0"); },
+         " old mixed new -> new ->"                                                                                   },
+        {"mtk_profile_update_for_easymesh", mtk_profile_update_for_easymesh,
+         " old mixed -> new ->"                                                                                       },
+        {"wireless_macauth_set_policy",     [] { wireless_macauth_set_policy(0, 2); },
+         " old -> new ->"                                                                                             },
+        {"wireless_apply_macauth",          [] { wireless_apply_macauth(0x10000); },        " old -> new ->"          },
+    };
+    for (const Operation& row : kRows)
+        expect_cuts(row, profile_keys, [] { EXPECT_EQ(0, platform_init_wireless()); });
+}
+
+// What the start makes of the variables that it finds.
+void read_boot_variables() {
+    char text[18] = {};
+    EXPECT_EQ(boot_variable("diag") == "0" ? 0 : 1, check_diag_flag());
+    EXPECT_EQ(boot_variable("ftm") == "on" ? 1 : 0, check_ated_flag());
+    EXPECT_EQ(1, get_hwaddr_flash(nullptr, text));
+    EXPECT_STREQ(boot_variable("ethaddr").empty() ? "00:00:00:00:00:00" : "00:9F:33:10:20:30",
+                 text);
+}
+
+// The environment is erased and written where it lies: all of it can be lost.
+TEST_F(PowerCut, OfABootVariable) {
+    const Operation kRows[] = {
+        {"write_diag_flag", write_diag_flag,                          " old torn -> old torn -> torn new"},
+        {"set_ated_flag",   set_ated_flag,                            " old torn -> old torn -> torn new"},
+        {"set_bootconfig",  [] { set_bootconfig("set", "a=1&b=2"); },
+         " old mixed torn -> old mixed torn -> torn new"                                                 },
+    };
+    for (const Operation& row : kRows) expect_cuts(row, boot_variables, read_boot_variables);
+}
+
+void set_address() {
+    set_hwaddr_flash("00:9f:33:aa:bb:cc");
+    const std::string data = board::read_text("/dev/mtd2").value();
+    EXPECT_EQ("00:9f:33:aa:bb:cc", boot_variable("ethaddr"));
+    EXPECT_EQ("\x9f\x33\xaa\xbb\xcc", data.substr(5, 5));
+    EXPECT_EQ("\x9f\x33\xaa\xbb\xce", data.substr(0x8005, 5));
+}
+
+// So are the calibration data with the address in them. Done once more, it arrives everywhere; the
+// default image then stands where calibration data were lost.
+TEST_F(PowerCut, OfANewAddress) {
+    expect_cuts({"set_hwaddr_flash", set_address, " old mixed torn -> old mixed torn -> torn new"},
+                address_pieces, [] { EXPECT_EQ(0, init_mt7622()); });
+}
+
+void start_platform() {
+    EXPECT_EQ(0, init_mt7622());
+    EXPECT_EQ(0, check_eeprom());
+    EXPECT_EQ(board::read_text("/dev/mtd2"), board::read_text("/lib/firmware/radio0.bin"));
+}
+
+// The next start sees data whose first bytes are erased, not data that end early.
+TEST_F(PowerCut, OfCalibrationData) {
+    const auto install = [] { EXPECT_EQ(0, install_eeprom(nullptr)); };
+    expect_cuts({"install_eeprom", install, " old mixed torn -> old mixed torn new -> new"},
+                flash_pieces, start_platform);
+    expect_cuts({"extract_eeprom", extract_eeprom, " torn -> new ->"}, flash_pieces,
+                start_platform);
+    write("/dev/mtd2", std::string(0x10000, '\xFF'));
+    expect_cuts({"init_mt7622", init_mt7622, " old mixed torn new -> torn new -> torn"},
+                flash_pieces, start_platform);
+    expect_cuts({"install_eeprom, erased", install, " old mixed -> torn new -> new"}, flash_pieces,
+                start_platform);
+}
+
+TEST_F(PowerCut, OfAPartition) {
+    const auto store = [] { write_config(std::string(0x1000, 'n').c_str(), 0x1000); };
+    expect_cuts({"write_config", store, " old torn -> old torn -> new"}, flash_pieces, [] {});
+}
+
+}  // namespace
