@@ -99,7 +99,8 @@ protected:
     bool journal_sockets = false;  // "socket" and "close" then stand in the journal
 
     // Makes the library's nth call from now fail: of a function that Hooks lets fail, malloc
-    // standing for calloc too. failures_left(): the calls up to that one, 0 once it took place.
+    // standing for calloc too, system2 for system3; a failing system2 ran its command.
+    // failures_left(): the calls up to that one, 0 once it took place.
     void fail_nth(const std::string& function, int n) { failures_[function] = n; }
     int failures_left(const std::string& function) const { return failures_.at(function); }
     void fail_no_more() { failures_.clear(); }

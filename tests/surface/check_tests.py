@@ -4,15 +4,17 @@
     check_tests.py PLATFORM_TESTS
 
 Effect: the function is emptied (it returns a value and does nothing, surface/stub_export.cpp) and
-the tests run without those of failing calls and power cuts. A test has to fail, for the result 0
-as for 1: no test can be satisfied by the result alone. It proves that work which is missing as a
-whole is noticed, not that every part of it is; the mutation check looks at the parts. A function
-that does nothing but answer is emptied with another answer instead.
+the tests run without those of failing calls, refusals and power cuts. A test has to fail, for the
+result 0 as for 1: no test can be satisfied by the result alone. It proves that work which is
+missing as a whole is noticed, not that every part of it is; the mutation check looks at the parts.
+A function that does nothing but answer is emptied with another answer; one that does nothing at
+all must be called by a test.
 
 Failure: tests/fault lets every call to the system fail that the function makes, one after the
 other, and looks at result, outputs and what was left open; its own count says how many failures
-each function stood. A function that calls nothing that can fail is listed below, with the reason
-and the test of what it refuses, if anything.
+each function stood. For a function that makes no such call, FAILS_IN names the test of what it
+refuses or hands on, which must notice the emptied function, too; CANNOT_FAIL says why there is
+none.
 """
 import concurrent.futures
 import json
@@ -26,9 +28,51 @@ import tempfile
 TESTS = pathlib.Path(__file__).resolve().parent.parent
 NOT_OF_EFFECTS = ("fault", "power_cut", "surface")
 
-ANSWERS_ONLY = {}
+# The answer of functions that this board does not need.
+ANSWERS_ONLY = {
+    "get_pincode_flash": 0, "init_gpio": 0, "mtk_optimize_set": 0, "platform_default": 0,
+    "platform_reset": 0, "platform_restore": 0, "platform_save": 0,
+    "platform_wireless_api_stop_ap_scan": 0, "rt61_get_hostinfo_from_wireless": 0,
+    "set_pincode_flash": 0, "set_usb_mode": 0, "set_usbled": 0, "start_runled": 0,
+    "stop_runled": 0, "wireless_api_get_keyinfo_status": 1, "wireless_macauth_kickall": 0,
+    "wireless_macauth_kickmac": 0, "wireless_set_wps_led": 0, "wireless_update_wps": 0,
+}
+DOES_NOTHING = ("gpio_set_led", "platform_init_led_control", "platform_power_led_control",
+                "platform_wan_led_control")
 
-CANNOT_FAIL = {}
+MISSING = "Refusal.OfAMissingArgumentTouchesNothing"
+FAILS_IN = {
+    "convert_2byte_hex": MISSING,
+    "get_kdx_devname": MISSING,
+    "get_one_line": MISSING,
+    "get_run_led_op": MISSING,
+    "platform_all_usb_led_control": "Leds.BothRadiosAndNoUsb",
+    "platform_all_wl_led_control": "LedEntry.DrivesItsPins/AllRadios",
+    "platform_run_led_control": "Leds.BothRadiosAndNoUsb",
+    "platform_usb_led_control": "LedEntry.DrivesItsPins/UsbWithoutPin",
+    "platform_wireless_set_led": MISSING,
+    "platform_wl_led_control": "LedEntry.DrivesItsPins/RadioWithoutPin",
+    "rt61_get_wireless_link_speed": MISSING,
+    "set_quolex_helper_bss": MISSING,
+    "set_run_led_op": MISSING,
+    "trans_uuid_str_to_hex": "Uuid.*",
+    "turn_led": "LedEntry.DrivesItsPins/TurnOn",
+    "wireless_api_get_mbridge_status": MISSING,
+    "wireless_api_get_ssid": MISSING,
+}
+CANNOT_FAIL = {
+    **{name: "answers only" for name in ANSWERS_ONLY},
+    **{name: "does nothing" for name in DOES_NOTHING},
+    "get_run_led_state": "has an answer for every state of the host",
+    "get_usb_mode": "answers only",
+    "init_gpio_after_insmod": "the host writes the pins, and nobody learns of its failure",
+    "is_factory_test_mode": "asks the host whether a file is there",
+    "mt_rssi_to_pwr": "has a number for every number",
+    "platform_get_drv": "answers only",
+    "platform_preinit": "answers only",
+    "send_system_reboot_signal": "process 1 is always there",
+    "soft_reset": "answers only",
+}
 
 
 def run(program, test_filter, **environment):
@@ -70,12 +114,19 @@ def notices(program, suites, function, value):
     named = naming_suites(suites, function)
     if named and run(program, ":".join(f"{suite}.*" for suite in named), **stub) != 0:
         return True
-    return run(program, "-Fault*:PowerCut*", **stub) != 0
+    return run(program, "-Fault*:Refusal*:PowerCut*", **stub) != 0
 
 
 def effect_is_tested(program, suites, function):
+    if function in DOES_NOTHING:
+        return bool(naming_suites(suites, function))
     values = {0, 1} if function not in ANSWERS_ONLY else {ANSWERS_ONLY[function] ^ 1}
     return all(notices(program, suites, function, value) for value in values)
+
+
+def failure_is_tested(program, function):
+    return any(run(program, FAILS_IN[function], STUB_EXPORT=f"{function}:{value}") != 0
+               for value in (0, 1))
 
 
 def failures_stood(program):
@@ -92,14 +143,14 @@ def main():
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         tested = dict(zip(functions, pool.map(
             lambda function: effect_is_tested(program, suites, function), functions)))
-    stood = failures_stood(program)
+    stands = failures_stood(program)
+    stood = {name for name in functions if stands.get(name, 0) > 0}
+    shown = {name for name in FAILS_IN if failure_is_tested(program, name)}
     without_effect = [name for name in functions if not tested[name]]
-    without_failure = [name for name in functions
-                       if stood.get(name, 0) == 0 and name not in CANNOT_FAIL]
-    outdated = [name for name in CANNOT_FAIL if stood.get(name, 0) != 0]
-    print(f"{len(functions)} functions; a test of an effect: {len(functions) - len(without_effect)}"
-          f", of failures: {sum(stood.get(name, 0) > 0 for name in functions)}"
-          f", cannot fail: {len(CANNOT_FAIL)}")
+    without_failure = [name for name in functions if name not in stood | shown | set(CANNOT_FAIL)]
+    outdated = sorted(stood & set(CANNOT_FAIL))
+    print(f"{len(functions)} functions: {len(functions) - len(without_effect)} with a test of an "
+          f"effect, {len(stood | shown)} with a test of a failure, {len(CANNOT_FAIL)} cannot fail")
     for title, names in (("no test misses the work of", without_effect),
                          ("no failure of", without_failure), ("can fail after all", outdated)):
         for name in names:
