@@ -7,13 +7,8 @@
 namespace platform {
 
 // The exit status of the command, 0 on success; -1 when there is no whole command.
-inline int run_host(const char* command) {
-    return command != nullptr ? system2("%s", command) : -1;
-}
-
-template <size_t kSize>
-int run_host(const Command<kSize>& command) {
-    return run_host(command.text());
+inline int run_host(const AnyCommand& command) {
+    return command.text() != nullptr ? system2("%s", command.text()) : -1;
 }
 
 }  // namespace platform

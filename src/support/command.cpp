@@ -67,8 +67,14 @@ bool form_command(Text& out, const char* format, std::span<const CommandArgument
     return clean && out.ok();
 }
 
-int run_shell(const char* command) {
-    return command != nullptr ? system(command) : -1;
+void AnyCommand::form(std::span<char> room, const char* format,
+                      std::span<const CommandArgument> arguments) {
+    Text text(room);
+    text_ = form_command(text, format, arguments) ? text.c_str() : nullptr;
+}
+
+int run_shell(const AnyCommand& command) {
+    return command.text() != nullptr ? system(command.text()) : -1;
 }
 
 }  // namespace platform

@@ -70,30 +70,38 @@ private:
 // Appends the command's text; false when it does not fit or when a text holds a NUL.
 bool form_command(Text& out, const char* format, std::span<const CommandArgument> arguments);
 
+// A formed command, whatever room it has: what runs commands is compiled once.
+class AnyCommand {
+public:
+    AnyCommand() = default;
+    AnyCommand(const AnyCommand&) = delete;
+    AnyCommand& operator=(const AnyCommand&) = delete;
+
+    // Null for a command that did not fit whole: such a command is never run.
+    const char* text() const { return text_; }
+
+protected:
+    void form(std::span<char> room, const char* format, std::span<const CommandArgument> arguments);
+
+private:
+    const char* text_ = nullptr;
+};
+
 template <size_t kSize>
-class Command {
+class Command : public AnyCommand {
 public:
     template <class... Arguments>
     explicit Command(CommandFormat<std::type_identity_t<Arguments>...> format,
                      const Arguments&... arguments) {
         const CommandArgument list[] = {arguments..., int32_t{0}};
-        whole_ = form_command(text_, format.text(), std::span(list, sizeof...(arguments)));
+        form(room_, format.text(), std::span(list, sizeof...(arguments)));
     }
 
-    // Null for a command that did not fit whole: such a command is never run.
-    const char* text() const { return whole_ ? text_.c_str() : nullptr; }
-
 private:
-    TextBuffer<kSize> text_;
-    bool whole_;
+    char room_[kSize];
 };
 
 // Run by the C library's shell runner: its status, or -1 when there is no whole command.
-int run_shell(const char* command);
-
-template <size_t kSize>
-int run_shell(const Command<kSize>& command) {
-    return run_shell(command.text());
-}
+int run_shell(const AnyCommand& command);
 
 }  // namespace platform

@@ -12,8 +12,7 @@ inline constexpr size_t kDriverLineSize = 256;  // a longer line reads as severa
 
 // Runs the command and opens the file that it wrote. A null stream when it cannot be opened; also
 // for a name that could lead out of the file's folder or does not fit, for which nothing is run.
-template <size_t kSize>
-File driver_answer(std::string_view ifname, const Command<kSize>& command, const Text& path) {
+inline File driver_answer(std::string_view ifname, const AnyCommand& command, const Text& path) {
     if (ifname.find('/') != std::string_view::npos || !path.ok() || command.text() == nullptr)
         return File(nullptr);
     run_shell(command);
