@@ -1,4 +1,4 @@
-#include <net/if.h>
+#include <linux/if.h>
 #include <stddef.h>
 #include <stdio.h>
 #include <stdlib.h>

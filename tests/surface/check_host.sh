@@ -3,13 +3,14 @@
 # usage: check_host.sh HOST_HEADER HOST_LIBRARY
 set -u
 export LC_ALL=C
+: "${NM:=nm}"
 scratch=$(mktemp -d) || exit 1
 trap 'rm -rf "$scratch"' EXIT
 failed=0
 
 # A declared name stands before a parenthesis once comments and attributes are gone.
 sed 's@//.*@@; s/\[\[[^]]*\]\]//g' "$1" | grep -oE '[a-z_0-9]+\(' | tr -d '(' | sort >"$scratch/declared"
-nm -D --defined-only "$2" | awk '{ print $NF }' | sort -u >"$scratch/defined"
+"$NM" -D --defined-only "$2" | awk '{ print $NF }' | sort -u >"$scratch/defined"
 sort "$(dirname "$0")/host.txt" >"$scratch/listed"
 [ -s "$scratch/listed" ] || exit 1
 
