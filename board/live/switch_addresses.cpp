@@ -41,7 +41,7 @@ bool find_address(uint32_t number, LearntAddress& address, bool& last) {
 std::string digits_of(std::string_view line) {
     std::string digits;
     for (const char c : line.substr(0, line.find(' ')))
-        if (c != ':') digits += static_cast<char>(std::toupper(c));
+        if (c != ':') digits += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
     return digits;
 }
 

@@ -10,8 +10,9 @@ namespace {
 
 constexpr size_t kMostDirty = 16;  // KiB
 
-// Private_Dirty of the library's mappings, in KiB: its relocated and its writable pages. Zeroed
-// pages past the file's last one would be a mapping without a name right behind.
+// Private copies of the library's pages, in KiB: those relocated and those written to. They are its
+// Private_Dirty without the file's own pages that a linker has only just written. Zeroed pages
+// past the file's last one would be a mapping without a name right behind.
 size_t dirty_kib() {
     std::ifstream smaps("/proc/self/smaps");
     size_t sum = 0;
@@ -24,7 +25,7 @@ size_t dirty_kib() {
             words >> permissions >> offset >> device >> inode >> path;
             ours = path.empty() ? ours && permissions[1] == 'w'
                                 : path.find("libplatform.so") != std::string::npos;
-        } else if (ours && key == "Private_Dirty:") {
+        } else if (ours && key == "Anonymous:") {
             size_t size = 0;
             words >> size;
             sum += size;
