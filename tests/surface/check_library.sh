@@ -25,6 +25,12 @@ without() { comm -23 - "$1"; }
 tag() { "$READELF" -dW "$library" | sed -n "s/.*($1).*\[\(.*\)\].*/\1/p" | sort; }
 count() { grep -c "$1"; }
 init_size() { "$READELF" -dW "$1" | awk '/\(INIT_ARRAYSZ\)/ { print $3 }'; }
+zero_pages() {
+    "$READELF" -lW "$1" | awk '$1 == "LOAD" && $7 == "RW" { print $3, $5, $6 }' | {
+        read -r start in_file in_memory
+        echo $(((start + in_memory - 1) / 4096 - (start + in_file - 1) / 4096))
+    }
+}
 
 scratch=$(mktemp -d) || exit 1
 trap 'rm -rf "$scratch"' EXIT
@@ -47,6 +53,7 @@ if [ "$build" != instrumented ]; then
         "$(tag NEEDED | grep -v -e '^libgcc_s\.so\.1$' -e '^ld-linux-aarch64\.so\.1$')"
     expect "undefined beyond host.txt and libc.txt" "" \
         "$(without "$scratch/host" <"$scratch/undefined" | without "$scratch/libc")"
+    expect "pages of zeroes alone" 0 "$(zero_pages "$library")"
     expect "constructors" "$(init_size "$empty")" "$(init_size "$library")"
 else
     echo "not checked in an instrumented build: libraries needed, C library symbols, constructors"
