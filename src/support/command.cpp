@@ -5,15 +5,24 @@
 namespace platform {
 namespace {
 
-constexpr bool is_harmless(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-           std::string_view("_-./:,=+@%").find(c) != std::string_view::npos;
+struct CharacterSet {
+    bool has[256] = {};
+};
+
+constexpr CharacterSet harmless_characters() {
+    CharacterSet set;
+    for (const char c : std::string_view("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"
+                                         "0123456789_-./:,=+@%"))
+        set.has[static_cast<uint8_t>(c)] = true;
+    return set;
 }
+
+constexpr CharacterSet kHarmless = harmless_characters();
 
 // Outside quotes: as it is when harmless, else in single quotes.
 void put_word(Text& out, std::string_view text) {
     bool harmless = true;
-    for (const char c : text) harmless = harmless && is_harmless(c);
+    for (const char c : text) harmless = harmless && kHarmless.has[static_cast<uint8_t>(c)];
     if (harmless) {
         out.put(text);
         return;
@@ -41,29 +50,27 @@ void put_inside_double_quotes(Text& out, std::string_view text) {
 bool form_command(Text& out, const char* format, std::span<const CommandArgument> arguments) {
     bool quoted = false;
     bool clean = true;
-    const CommandArgument* argument = arguments.data();
-    for (const char* at = format; *at != '\0'; ++at) {
-        if (*at != '%') {
-            quoted = quoted != (*at == '"');
-            out.put(*at);
-            continue;
-        }
-        ++at;
-        if (*at == 's') {
-            clean = clean && argument->text().find('\0') == std::string_view::npos;
+    std::string_view rest = format;
+    for (const CommandArgument& argument : arguments) {
+        const std::string_view literal(rest.data(), rest.find('%'));
+        for (const char c : literal) quoted = quoted != (c == '"');
+        out.put(literal);
+        rest.remove_prefix(literal.size() + 1);
+        if (rest[0] == 's') {
+            clean = clean && argument.text().find('\0') == std::string_view::npos;
             if (quoted) {
-                put_inside_double_quotes(out, argument->text());
+                put_inside_double_quotes(out, argument.text());
             } else {
-                put_word(out, argument->text());
+                put_word(out, argument.text());
             }
-        } else if (*at == 'd') {
-            out.put_decimal(argument->number());
+        } else if (rest[0] == 'd') {
+            out.put_decimal(argument.number());
         } else {
-            out.put_hex_lower(static_cast<uint32_t>(argument->number()), 2);
-            at += 2;
+            out.put_hex_lower(static_cast<uint32_t>(argument.number()), 2);
         }
-        ++argument;
+        rest.remove_prefix(rest[0] == '0' ? std::string_view("02x").size() : 1);
     }
+    out.put(rest);
     return clean && out.ok();
 }
 
