@@ -29,6 +29,7 @@ constexpr int kWalked = 2046;  // as many as one search goes through
 constexpr int kPins = 100;
 
 std::string root;
+double in_commands = 0;  // seconds of this process's CPU time, without the commands' own
 long accesses = 0;
 int presented = 0;
 
@@ -120,7 +121,10 @@ int system2(const char* format, ...) {
     va_start(arguments, format);
     std::vsnprintf(command, sizeof command, format, arguments);
     va_end(arguments);
-    return std::system(":");
+    const double before = cpu_seconds();
+    const int status = std::system(":");
+    in_commands += cpu_seconds() - before;
+    return status;
 }
 
 int get_si(const char*, void* block) {
@@ -166,7 +170,20 @@ int ioctl(int, unsigned long request, ...) noexcept {
 
 namespace {
 
+// A start is to copy the calibration data for the driver, however barely.
+void copy_calibration() {
+    static char data[0x10000];
+    mkdir("/tmp/eeprom", 0744);
+    const int from = open("/dev/mtd0", O_RDONLY);
+    const int to = open("/lib/firmware/eeprom.bin", O_WRONLY | O_CREAT | O_TRUNC);
+    const auto size = static_cast<ssize_t>(sizeof data);
+    if (read(from, data, sizeof data) != size || write(to, data, sizeof data) != size) std::exit(1);
+    close(from);
+    close(to);
+}
+
 void start_by_bare_calls() {
+    copy_calibration();
     for (const char* const module : module_list) system2("insmod %s", module);
 }
 
@@ -196,8 +213,6 @@ void walk_by_pauses() {
     for (int i = 0; i < kWalked; ++i) usleep(1000);
 }
 
-constexpr double kShown = 0;  // no limit: what the start does beside its commands
-
 struct Row {
     const char* name;
     void (*library)();
@@ -209,17 +224,22 @@ struct Row {
 };
 
 constexpr Row kRows[] = {
-    {"start, own CPU",     start_by_library, start_by_bare_calls, cpu_seconds,               1,    25, kShown},
     {"start, 105 modules", start_by_library, start_by_bare_calls, cpu_seconds_with_commands, 1,    25,
-     1.02                                                                                                    },
-    {"pins, 100 lines",    scan_by_library,  scan_by_fscanf,      cpu_seconds,               1000, 15, 1.00  },
-    {"addresses, 2048",    walk_by_library,  walk_by_pauses,      wall_seconds,              1,    2,  1.10  },
+     1.02                                                                                                  },
+    {"pins, 100 lines",    scan_by_library,  scan_by_fscanf,      cpu_seconds,               1000, 15, 1.00},
+    {"addresses, 2048",    walk_by_library,  walk_by_pauses,      wall_seconds,              1,    2,  1.10},
 };
 
 double least(const std::vector<double>& times) {
     double value = times.front();
     for (const double time : times) value = std::min(value, time);
     return value;
+}
+
+bool report(const char* name, double library, double bare, double limit) {
+    std::printf("%-20s %12.1f us %12.1f us %7.3f   at most %.2f\n", name, library * 1e6, bare * 1e6,
+                library / bare, limit);
+    return library / bare <= limit;
 }
 
 // In turn, so that both see the same machine; the least is the run that nobody disturbed.
@@ -236,12 +256,29 @@ bool compare(const Row& row) {
             times->push_back((row.clock() - before) / row.calls);
         }
     }
-    const double ratio = least(library) / least(bare);
-    std::printf("%-20s %12.1f us %12.1f us %7.3f", row.name, least(library) * 1e6,
-                least(bare) * 1e6, ratio);
-    if (row.limit != kShown) std::printf("   at most %.2f", row.limit);
-    std::printf("\n");
-    return row.limit == kShown || ratio <= row.limit;
+    return report(row.name, least(library), least(bare), row.limit);
+}
+
+// Of this process alone. Starting a command costs the same on both sides and far more than the
+// rest: it counts once, and the rest is measured beside it.
+bool compare_own_start() {
+    std::vector<double> commands;
+    std::vector<double> library;
+    std::vector<double> bare;
+    for (int round = 0; round < 50; ++round) {
+        const bool by_library = round % 2 == 0;
+        in_commands = 0;
+        const double before = cpu_seconds();
+        by_library ? start_by_library() : start_by_bare_calls();
+        (by_library ? library : bare).push_back(cpu_seconds() - before - in_commands);
+        commands.push_back(in_commands);
+    }
+    const bool kept = report("start, own CPU", least(commands) + least(library),
+                             least(commands) + least(bare), 1.02);
+    std::printf(
+        "    outside the commands %12.1f us %12.1f us   one 64 KiB read and write are both's\n",
+        least(library) * 1e6, least(bare) * 1e6);
+    return kept;
 }
 
 }  // namespace
@@ -249,7 +286,7 @@ bool compare(const Row& row) {
 int main() {
     prepare();
     std::printf("%-20s %15s %15s %7s\n", "work", "library", "bare", "ratio");
-    bool kept = true;
+    bool kept = compare_own_start();
     for (const Row& row : kRows) kept = compare(row) && kept;
     // Status, attributes, two address words and the step to the next entry.
     std::printf("register accesses for each of %d addresses: %.2f, at most 6\n", kWalked,
