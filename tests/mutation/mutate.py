@@ -91,19 +91,25 @@ def key_of(mutant):
     return hashlib.sha256(json.dumps(mutant).encode()).hexdigest()[:12]
 
 
+def copy_changed(source, target):
+    """As of now: an older time would leave the object of an earlier mutant standing."""
+    if target.exists() and target.read_bytes() == source.read_bytes():
+        return
+    target.parent.mkdir(parents=True, exist_ok=True)
+    shutil.copyfile(source, target)
+    shutil.copymode(source, target)
+
+
 class Tree:
     """A copy of the sources with a build of its own."""
 
     def __init__(self, folder, jobs):
         self.folder = folder
         self.jobs = jobs
-        for name in ("include", "src", "board", "tests", "cmake", "CMakeLists.txt",
-                     "CMakePresets.json"):
-            source = ROOT / name
-            if source.is_dir():
-                shutil.copytree(source, folder / name, dirs_exist_ok=True)
-            else:
-                shutil.copy2(source, folder / name)
+        names = subprocess.run(["git", "ls-files"], cwd=ROOT, capture_output=True, text=True,
+                               check=True).stdout.split("\n")
+        for name in filter(None, names):
+            copy_changed(ROOT / name, folder / name)
         self.command("cmake", "--preset", "release")
         if not self.build():
             sys.exit(f"{folder}: the tests do not build as they are")
