@@ -1,6 +1,4 @@
 // Every call to the system that an exported function makes fails, one after the other.
-#include <net/if.h>  // ahead of the kernel's own
-
 #include <linux/wireless.h>
 
 #include <algorithm>

@@ -1,9 +1,6 @@
 // The Wi-Fi driver behind the library's ioctls: numbered objects and the survey text.
 #pragma once
 
-// Ahead of the kernel's header, which then leaves out what both declare.
-#include <net/if.h>
-
 #include <linux/wireless.h>
 
 #include <array>

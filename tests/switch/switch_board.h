@@ -1,7 +1,7 @@
 // A board with a switch behind eth0: registers that answer, PHYs that answer, an address table.
 #pragma once
 
-#include <net/if.h>
+#include <linux/if.h>
 
 #include <cstring>
 #include <map>
