@@ -110,6 +110,9 @@ class Tree:
                                check=True).stdout.split("\n")
         for name in filter(None, names):
             copy_changed(ROOT / name, folder / name)
+        # What a removed call leaves unused is no fault of the mutant.
+        warnings = folder / "cmake/warnings.cmake"
+        warnings.write_text(warnings.read_text().replace("-Werror", ""))
         self.command("cmake", "--preset", "release")
         if not self.build():
             sys.exit(f"{folder}: the tests do not build as they are")
