@@ -13,7 +13,7 @@
 #include <string_view>
 
 #include "host/state.h"
-#include "support/memory_board.h"
+#include "memory_board.h"
 
 #define CLAIM(condition) ((condition) ? void() : fuzz_target::broken(#condition, __LINE__))
 

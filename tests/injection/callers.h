@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "host/state.h"
+#include "memory_board.h"
 #include "platform/platform.h"
-#include "support/memory_board.h"
 
 namespace injection {
 

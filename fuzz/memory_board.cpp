@@ -1,4 +1,4 @@
-#include "support/memory_board.h"
+#include "memory_board.h"
 
 #include <fcntl.h>
 #include <sys/types.h>
