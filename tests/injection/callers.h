@@ -2,8 +2,7 @@
 // that takes one.
 #pragma once
 
-#include <cstdint>
-#include <cstring>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -13,48 +12,35 @@
 
 namespace injection {
 
-using Texts = std::vector<std::string>;
-
 // The number of a round varies what is no text.
 struct Call {
     harness::MemoryBoard& board;
-    const Texts& texts;
+    const std::vector<std::string>& texts;
     int round;
     const char* text(size_t i) const { return texts[i].c_str(); }
 };
 
-struct Caller {
-    const char* name;
-    size_t texts;         // how many it takes
-    size_t longest;       // so that every command fits with each byte escaped
-    const char* without;  // bytes that cannot stand in such a text
-    int every;            // done every so many rounds
-    void (*run)(const Call& call);
-};
-
 template <size_t kSize>
 void put(char (&field)[kSize], const std::string& text) {
-    std::memset(field, 0, kSize);
-    std::memcpy(field, text.data(), text.size());
+    std::snprintf(field, kSize, "%s", text.c_str());
 }
 
 inline void bring_radios_up(const Call& call) {
-    for (int radio = 0; radio < 2; ++radio)
-        for (const auto& [key, text] : {
-                 std::pair("main", 0), {"ext",   1},
-                   {"apcli", 2}
-        })
-            call.board.index += "INDEX" + std::to_string(radio) + '_' + key +
-                                "_ifname=" + call.texts[static_cast<size_t>(text)] + '\n';
+    for (const std::string radio : {"INDEX0_", "INDEX1_"}) {
+        call.board.index += radio + "main_ifname=" + call.text(0) + '\n' + radio + "ext_ifname=";
+        call.board.index += call.texts[1] + '\n' + radio + "apcli_ifname=" + call.text(2) + '\n';
+    }
     board::State& host = board::state();
-    host.almac = call.texts[3];
+    host.almac = call.text(3);
     wireless_conf& conf = host.radios[0].bss[0];
     conf.enabled = conf.apcli_enable = 1;
     conf.apcli_wan = call.round % 2;
-    put(conf.wwan_ifname, call.texts[4]);
-    for (hw_tpc* tpc : {&host.hw.tpc_2g, &host.hw.tpc_5g}) put(tpc->value, call.texts[5]);
-    for (hw_tpc* tpc : {&host.hw.tpc_2g, &host.hw.tpc_5g}) put(tpc->duty, call.texts[0]);
-    host.hw.tpc_2g.enable = host.hw.tpc_5g.enable = 1;
+    put(conf.wwan_ifname, call.text(4));
+    for (hw_tpc* tpc : {&host.hw.tpc_2g, &host.hw.tpc_5g}) {
+        tpc->enable = 1;
+        put(tpc->value, call.text(5));
+        put(tpc->duty, call.text(0));
+    }
     platform_init_wireless();
     wireless_set_igmpsnoop("ra0", call.round % 2);
     wireless_macauth_set_policy(1, call.round % 3);
@@ -64,7 +50,7 @@ inline void bring_radios_up(const Call& call) {
 
 inline void use_driver_files(const Call& call) {
     station_list list = {};
-    put(list.ifname, call.texts[0]);
+    put(list.ifname, call.text(0));
     wireless_api_get_station_list(&list);
     dfs_info info;
     wireless_get_dfs_info(call.text(0), &info);
@@ -79,11 +65,10 @@ inline void use_interface(const Call& call) {
     wireless_prepare_wps(call.text(0));
     const wps_start_request request = {call.round % 2, call.round * 7919};
     wireless_wps_start(call.text(0), &request);
-    put(board::state().radios[0].bss[0].ssid, call.texts[1]);
+    put(board::state().radios[0].bss[0].ssid, call.text(1));
     wireless_wps_stop(call.text(0));
     wireless_gen_pincode(call.text(0));
-    const auto byte = static_cast<uint8_t>(call.round);
-    const uint8_t mac[6] = {byte, 1, 0xFF, byte, 0x80, byte};
+    const uint8_t mac[6] = {static_cast<uint8_t>(call.round), 1, 0xFF, 9, 0x80, 0xAB};
     mt762x_set_eeprom_mac(call.text(0), mac);
     platform_set_wireless(nullptr, call.text(0));
 }
@@ -99,18 +84,14 @@ inline void name_files(const Call& call) {
     mtd_writebuf("bytes", 0, 5, call.text(0));
 }
 
-inline void start_authenticators(const Call& call) {
-    for (const char* name : {"ra0", "rai0"}) {
-        call.board.index = "INDEX0_main_ifname=" + std::string(name) + '\n';
-        wireless_restart_8021xd();
-    }
+inline void hand_over_no_text(const Call& call) {
+    if (call.round % 100 >= 6) return;
     board::state().band_steering = 1;
     wireless_restart_bandstrg();
-}
-
-inline void use_switch(const Call& call) {
+    call.board.index = "INDEX0_main_ifname=ra0\nINDEX1_main_ifname=rai0\n";
+    wireless_restart_8021xd();
     call.board.file_is_there = false;  // no factory test mode
-    std::memcpy(board::state().hw.switch_chip, call.round % 2 ? "mt7530" : "mt7531", 7);
+    put(board::state().hw.switch_chip, call.round % 2 ? "mt7530" : "mt7531");
     const port_setting setting = {"fixed", "100", "full"};
     set_port_config(1, &setting);
     set_sniff_port(call.round % 3);
@@ -123,25 +104,26 @@ inline void use_switch(const Call& call) {
     const char raw[6] = {static_cast<char>(call.round), '$', '`', '"', '\'', '\n'};
     ethswitch_del_mac(raw);
     platform_get_drv()->refresh_non_ipv4_input_rule();
-}
-
-inline void start_board(const Call& call) {
-    call.board.on_command = [](const char* command) {
-        return std::strncmp(command, "insmod", 6) == 0 ? 1 : 0;
-    };
+    call.board.on_command = [](const char* command) { return int{*command == 'i'}; };  // insmod
     init_mt7622();
     call.board.on_command = nullptr;
 }
 
+struct Caller {
+    const char* name;
+    size_t texts;         // how many it takes
+    size_t longest;       // so that every command fits with each byte escaped
+    const char* without;  // bytes that cannot stand in such a text
+    void (*run)(const Call& call);
+};
+
 inline constexpr Caller kCallers[] = {
-    {"names of the index file", 6, 10, "\n", 1,   bring_radios_up     },
-    {"names of driver files",   1, 9,  "/",  1,   use_driver_files    },
-    {"names of interfaces",     2, 12, "",   1,   use_interface       },
-    {"boot variables",          2, 24, "&=", 1,   set_boot_variables  },
-    {"paths and partitions",    1, 24, "",   1,   name_files          },
-    {"authenticators",          0, 0,  "",   50,  start_authenticators},
-    {"switch",                  0, 0,  "",   10,  use_switch          },
-    {"start",                   0, 0,  "",   500, start_board         },
+    {"names of the index file", 6, 10, "\n", bring_radios_up   },
+    {"names of driver files",   1, 9,  "/",  use_driver_files  },
+    {"names of interfaces",     2, 12, "",   use_interface     },
+    {"boot variables",          2, 24, "&=", set_boot_variables},
+    {"paths and partitions",    1, 24, "",   name_files        },
+    {"no text from outside",    0, 0,  "",   hand_over_no_text },
 };
 
 }  // namespace injection

@@ -4,20 +4,25 @@
 // A harmless twin has the length of its text and consists of one letter that no command holds
 // otherwise. Wherever the shell hands a tool, or names a file by, n of these letters, it must do
 // the same with the first n bytes of the hostile text.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
+#include <map>
 #include <random>
+#include <regex>
 #include <set>
 
+#include "frame/host.h"
 #include "injection/callers.h"
-#include "injection/command_forms.h"
-#include "injection/shell_batch.h"
 
 namespace {
 
 using injection::Caller;
-using injection::Texts;
+using Texts = std::vector<std::string>;
 
-constexpr int kRounds = 1000;
 constexpr std::string_view kTwinLetters = "JKXYZH";
 
 constexpr const char* kFragments[] = {
@@ -27,170 +32,207 @@ constexpr const char* kFragments[] = {
 };
 
 std::string hostile_text(std::mt19937& random, const Caller& caller) {
-    const std::string_view without = caller.without;
     const size_t length = 1 + random() % caller.longest;
     std::string text;
     while (text.size() < length) {
         std::string more = kFragments[random() % std::size(kFragments)];
         if (random() % 4 == 0) more = static_cast<char>(1 + random() % 255);
-        if (more.find_first_of(without) == more.npos) text += more;
+        if (more.find_first_of(caller.without) == more.npos) text += more;
     }
-    text.resize(length);
-    return text;
-}
-
-Texts hostile_texts(std::mt19937& random, const Caller& caller) {
-    Texts texts(caller.texts);
-    for (std::string& text : texts) text = hostile_text(random, caller);
-    return texts;
-}
-
-Texts twins_of(const Texts& texts) {
-    Texts twins;
-    for (const std::string& text : texts)
-        twins.emplace_back(text.size(), kTwinLetters[twins.size()]);
-    return twins;
+    return text.substr(0, length);
 }
 
 std::string with_texts(const std::string& twin, const Texts& texts) {
     std::string word;
-    for (size_t i = 0; i < twin.size();) {
+    for (size_t i = 0, start = 0; i < twin.size(); ++i) {
+        if (twin[i] != twin[start]) start = i;
         const size_t letter = kTwinLetters.find(twin[i]);
-        if (letter >= texts.size()) {
-            word += twin[i++];
-            continue;
-        }
-        const size_t end = std::min(twin.find_first_not_of(twin[i], i), twin.size());
-        word += texts[letter].substr(0, end - i);
-        i = end;
+        word += letter < texts.size() ? texts[letter].at(i - start) : twin[i];
     }
     return word;
 }
 
-// Where the command's output goes, if to a file.
-std::string folder_of(const std::string& twin) {
-    const size_t at = twin.find(" > /");
-    return at == twin.npos ? "" : twin.substr(at + 3, twin.rfind('/') - at - 2);
+std::string content_of(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// The library on a host that knows every interface as the first radio's.
-class Library {
-public:
-    std::vector<std::string> commands_of(const Caller& caller, const Texts& texts, int round) {
-        board::state() = board::factory_state();
-        for (board::Radio& radio : board::state().radios) radio.chipset = "mt7615";
-        for (wireless_conf& conf : board::state().radios[0].bss) conf.enabled = 1;
-        board::state().mac_filters[2] = {1, {board::filter_entry("00:11:22:33:44:55")}};
-        board_.index.clear();
-        board_.file_is_there = true;
-        board_.commands.clear();
-        caller.run({board_, texts, round});
-        return board_.commands;
-    }
+// In the place of the board's tools.
+constexpr const char* kTools = R"(
+next() { printf '#next\0' >&3; }
+tool() { printf '%s\0' "$#" "$@" >&3; echo answer; }
+filter() { read -r input; printf '%s\0' "$#" "$@" "$input" >&3; }
+for name in ated ebtables ifconfig insmod iwpriv killall led_ctl ls rt2860apd rtinicapd switch \
+    /bin/bndstrg /sbin/brctl /sbin/iptables /sbin/iwpriv /sbin/restorebackup /sbin/uboot_env \
+    /usr/bin/killall; do alias "$name=tool $name"; done
+alias /sbin/mtd='filter mtd'
+)";
 
-private:
-    static int radio_of(const char*) { return 0; }
-    static int uses_8021x(const char*, const wireless_conf*, int) { return 1; }
-    static int read_record(wireless_conf* record, const char*) {
-        *record = board::state().radios[0].bss[0];
-        return 0;
-    }
-    static int read_records(const char*, wireless_conf* records, int) {
-        std::ranges::copy(board::state().radios[0].bss, records);
-        return PLATFORM_BSS_MAX;
-    }
+// What the shell made of each command: the words that its tools were given, in order and with their
+// number ahead, then name and content of the file of its number.
+std::vector<Texts> run_in_shell(const Texts& commands) {
+    namespace fs = std::filesystem;
+    const std::string home = mkdtemp((testing::TempDir() + "injectionXXXXXX").data());
+    const fs::path board = home + "/board";
+    fs::create_directory(board);
+    std::string script = kTools;
+    for (const std::string& command : commands) script += "next\n" + command + '\n';
+    std::ofstream(home + "/script") << script;
+    const std::string start = "cd " + board.string() + " && PATH=/nonexistent exec /bin/dash " +
+                              "../script 3>../words >../output 2>&1 </dev/null";
+    EXPECT_EQ(0, std::system(start.c_str())) << content_of(home + "/output").substr(0, 2000);
 
-    harness::MemoryBoard board_;
-    const harness::LibraryHook hooks_[4] = {
-        {"get_wl_mode_by_ifname",                radio_of    },
-        {"wireless_check_8021x_enable_for_band", uses_8021x  },
-        {"read_wireless_conf",                   read_record },
-        {"read_all_mbss_conf",                   read_records},
+    std::vector<Texts> outcome;
+    std::ifstream words(home + "/words");
+    for (std::string word; std::getline(words, word, '\0');)
+        word == "#next" ? void(outcome.emplace_back()) : outcome.back().push_back(word);
+    outcome.resize(commands.size());
+    for (const auto& file : fs::directory_iterator(board)) {
+        const std::string name = file.path().filename();
+        Texts& of_command = outcome.at(std::stoul(name));  // throws for a stray file
+        of_command.insert(of_command.end(), {name.substr(name.find('.')), content_of(file)});
+    }
+    fs::remove_all(home);
+    return outcome;
+}
+
+// The command with its output, if it goes to a file, in one of its own number.
+std::string redirected(std::string command, const std::string& twin, size_t number) {
+    const size_t start = twin.find(" > /");
+    if (start == twin.npos) return command;
+    const std::string folder = twin.substr(start + 3, twin.rfind('/') - start - 2);
+    if (const size_t at = command.find(folder); at != command.npos)
+        command.replace(at, folder.size(), std::to_string(number) + '.');
+    return command;
+}
+
+// Of the library on a host that knows every interface as the first radio's.
+Texts commands_of(const Caller& caller, const Texts& texts, int round) {
+    static harness::MemoryBoard memory;
+    const auto mode = [](const char*) { return 0; };
+    const auto uses_8021x = [](const char*, const wireless_conf*, int) { return 1; };
+    const auto record = [](wireless_conf* to, const char*) {
+        return read_wireless_conf(to, "ra0");
     };
+    const auto all = [](const char*, wireless_conf* to, int n) {
+        return read_all_mbss_conf("ra0", to, n);
+    };
+    static const harness::LibraryHook kHooks[] = {
+        {"get_wl_mode_by_ifname",                +mode      },
+        {"wireless_check_8021x_enable_for_band", +uses_8021x},
+        {"read_wireless_conf",                   +record    },
+        {"read_all_mbss_conf",                   +all       },
+    };
+    board::state() = board::factory_state();
+    for (board::Radio& radio : board::state().radios) radio.chipset = "mt7615";
+    for (wireless_conf& conf : board::state().radios[0].bss) conf.enabled = 1;
+    board::state().radios[0].bss_count = PLATFORM_BSS_MAX;
+    board::state().mac_filters[2] = {1, {board::filter_entry("00:11:22:33:44:55")}};
+    memory.index.clear();
+    memory.file_is_there = true;
+    memory.commands.clear();
+    caller.run({memory, texts, round});
+    return memory.commands;
+}
+
+struct Sample {
+    Texts commands;            // each twin before the same with hostile texts
+    std::vector<Texts> texts;  // of each pair
+    std::set<std::string> twins;
 };
 
-class Injection : public testing::Test {
-protected:
-    void add(const Caller& caller, int round) {
-        const Texts texts = hostile_texts(random_, caller);
-        const auto twin = library_.commands_of(caller, twins_of(texts), round);
-        const auto hostile = library_.commands_of(caller, texts, round);
-        ASSERT_EQ(twin.size(), hostile.size()) << caller.name << ", round " << round;
-        for (size_t i = 0; i < twin.size(); ++i) {
-            twins_.add(twin[i], folder_of(twin[i]));
-            hostile_.add(hostile[i], folder_of(twin[i]));
-            differ_ += twin[i] != hostile[i];
-            texts_.push_back(texts);
-            commands_.push_back(hostile[i]);
-            seen_.insert(twin[i]);
-        }
+void add(Sample& sample, const Caller& caller, int round) {
+    static std::mt19937 random(7622);
+    Texts texts, harmless;
+    for (size_t i = 0; i < caller.texts; ++i) {
+        texts.push_back(hostile_text(random, caller));
+        harmless.emplace_back(texts[i].size(), kTwinLetters[i]);
     }
-
-    void compare(const injection::Outcome& twin, const injection::Outcome& hostile) const {
-        ASSERT_EQ(commands_.size(), twin.words.size());
-        ASSERT_EQ(commands_.size(), hostile.words.size());
-        for (size_t i = 0; i < commands_.size(); ++i) {
-            std::vector<std::string> expected;
-            for (const std::string& word : twin.words[i])
-                expected.push_back(with_texts(word, texts_[i]));
-            ASSERT_LE(commands_[i].starts_with("echo") ? 1U : 2U, expected.size()) << commands_[i];
-            ASSERT_EQ(expected, hostile.words[i]) << commands_[i];
-        }
-        std::map<std::string, std::string> expected;
-        for (const auto& [name, content] : twin.files)
-            expected[with_texts(name, texts_[std::stoul(name)])] = content;
-        EXPECT_EQ(expected, hostile.files);
+    const Texts twins = commands_of(caller, harmless, round);
+    const Texts hostile = commands_of(caller, texts, round);
+    ASSERT_EQ(twins.size(), hostile.size()) << caller.name << ", round " << round;
+    for (size_t i = 0; i < twins.size(); ++i) {
+        for (const std::string& command : {twins[i], hostile[i]})
+            sample.commands.push_back(redirected(command, twins[i], sample.commands.size()));
+        sample.texts.push_back(texts);
+        sample.twins.insert(twins[i]);
     }
+}
 
-    // The forms that no command was of. Of two that a command fits, the one with more text of its
-    // own made it.
-    Texts not_run(Texts forms) const {
-        std::set<std::string> left(forms.begin(), forms.end());
-        std::ranges::sort(forms, std::greater(), injection::own_text);
-        std::vector<std::regex> patterns;
-        std::ranges::transform(forms, std::back_inserter(patterns), injection::pattern_of);
-        for (const std::string& command : seen_)
-            for (size_t i = 0; i < forms.size(); ++i)
-                if (std::regex_match(command, patterns[i])) {
-                    left.erase(forms[i]);
-                    break;
-                }
-        return {left.begin(), left.end()};
+std::string replaced(const std::string& text, const char* pattern, const char* by) {
+    return std::regex_replace(text, std::regex(pattern), by);
+}
+
+Texts matches(const std::string& text, const std::string& pattern, int group = 0) {
+    const std::regex regex(pattern);
+    return {std::sregex_token_iterator(text.begin(), text.end(), regex, group), {}};
+}
+
+// Every literal that makes a command.
+std::set<std::string> forms_in_sources() {
+    const std::string literal = R"re("((?:[^"\\]|\\.)*)")re";
+    const std::string command = "Command<[^>]*>(?: \\w+)?\\(\\s*(?:" + literal + "|row\\.command,)";
+    std::set<std::string> forms;
+    for (const auto& file : std::filesystem::recursive_directory_iterator(SOURCES)) {
+        if (!file.is_regular_file() || file.path().parent_path().filename() == "support") continue;
+        const std::string text = content_of(file);
+        Texts found = matches(text, command, 1);
+        EXPECT_EQ(matches(text, "Command<").size(), found.size()) << "an unknown kind in " << file;
+        if (std::erase(found, "") != 0) found = matches(text, "\\{\"[^\"]*\",\\s*" + literal, 1);
+        EXPECT_EQ(found.empty(), text.find("Command<") == text.npos) << "no table in " << file;
+        for (const std::string& form : found) forms.insert(replaced(form, R"(\\")", "\""));
     }
+    return forms;
+}
 
-    std::mt19937 random_{7622};
-    Library library_;
-    injection::ShellBatch twins_;
-    injection::ShellBatch hostile_;
-    std::vector<Texts> texts_;
-    std::vector<std::string> commands_;
-    std::set<std::string> seen_;
-    size_t differ_ = 0;
-};
+// The forms that no command is of. Where a command fits two and one of them has a directive for
+// the other's text, the other made it: it is the later one in the order of texts.
+std::set<std::string> not_run(std::set<std::string> forms, const std::set<std::string>& commands) {
+    std::map<std::string, std::regex, std::greater<>> patterns;
+    for (const std::string& form : forms) {
+        std::string pattern = replaced(form, R"([.|*+?()\[\]{}^$\\])", "\\$&");
+        pattern = replaced(replaced(pattern, "%s", "\\S*"), "%d", "-?\\d+");
+        patterns.emplace(form, replaced(pattern, "%02x", "[0-9a-f]{2}"));
+    }
+    for (const std::string& command : commands) {
+        const auto form = std::ranges::find_if(
+            patterns, [&](const auto& row) { return std::regex_match(command, row.second); });
+        if (form != patterns.end()) forms.erase(form->first);
+    }
+    return forms;
+}
 
-TEST_F(Injection, TextsStayInTheirWords) {
-    for (int round = 0; round < kRounds; ++round)
+TEST(Injection, TextsStayInTheirWords) {
+    Sample sample;
+    for (int round = 0; round < 1000; ++round)
         for (const Caller& caller : injection::kCallers)
-            if (round % caller.every < 6) add(caller, round);
-    ASSERT_FALSE(HasFatalFailure());
-    compare(twins_.run(), hostile_.run());
-    std::cout << commands_.size() << " commands, " << differ_ << " with hostile texts\n";
-    EXPECT_LE(100'000U, differ_);
-    EXPECT_EQ(Texts{}, not_run(injection::forms_in_sources(SOURCES)));
-}
-
-TEST(CommandForms, AreThoseOfTheDocument) {
-    Texts documented;
-    for (const auto& [form, arguments] : injection::forms_in_document(DOCUMENT)) {
-        EXPECT_EQ(injection::argument_count(form), arguments) << form;
-        documented.push_back(form);
+            ASSERT_NO_FATAL_FAILURE(add(sample, caller, round));
+    const std::vector<Texts> words = run_in_shell(sample.commands);
+    size_t differ = 0;
+    for (size_t i = 0; i < words.size(); i += 2) {
+        Texts expected;
+        for (const std::string& word : words[i])
+            expected.push_back(with_texts(word, sample.texts[i / 2]));
+        ASSERT_FALSE(expected.empty()) << sample.commands[i];
+        ASSERT_EQ(expected, words[i + 1]) << sample.commands[i + 1];
+        differ += expected != words[i];
     }
-    EXPECT_EQ(injection::forms_in_sources(SOURCES), documented);
+    std::cout << sample.texts.size() << " commands, " << differ << " with hostile texts\n";
+    EXPECT_LE(100'000U, differ);
+    EXPECT_EQ(std::set<std::string>{}, not_run(forms_in_sources(), sample.twins));
 }
 
-TEST(CommandForms, HoldNoLetterOfATwin) {
-    for (const std::string& form : injection::forms_in_sources(SOURCES))
+// Its rows are "| `form` | what; why<br>what; why |". No form holds a letter of a twin.
+TEST(CommandForms, AreThoseOfTheDocument) {
+    std::set<std::string> documented;
+    for (const std::string& row : matches(content_of(DOCUMENT), "\n\\| `.*")) {
+        const size_t end = row.find("` | ");
+        const std::string form = replaced(row.substr(4, end - 4), R"(\\\|)", "|");
+        EXPECT_EQ(matches(form, "%").size(), matches(row.substr(end), "; ").size()) << form;
         EXPECT_EQ(form.npos, form.find_first_of(kTwinLetters)) << form;
+        EXPECT_TRUE(documented.insert(form).second) << form;
+    }
+    EXPECT_EQ(forms_in_sources(), documented);
 }
 
 }  // namespace

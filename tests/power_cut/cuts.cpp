@@ -7,11 +7,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstring>
+#include <cstdio>
 #include <filesystem>
 
 #include "live/flash.h"
-#include "live/key_file.h"
 #include "live/tree.h"
 
 namespace power_cut {
@@ -20,18 +19,14 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kCut = 99;
-constexpr const char* kDirectories[] = {"/dev", "/etc", "/lib"};
 
 bool armed = false;
 int cut_at = 0;
 std::map<FILE*, std::string> fed_tools;  // the partition that a pipe's tool writes
-std::map<std::string, std::string> calibration_words;
-
-int& points_passed() {
-    static int* const shared = static_cast<int*>(
-        mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
-    return *shared;
-}
+// By offset: a word waits in the driver until "ated" stores it in the radio's part.
+std::map<size_t, std::string> calibration_words;
+int& points_passed = *static_cast<int*>(
+    mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
 
 // The erased or written state of the flash appears at once; the points are between.
 void store(const board::Partition& partition, const std::string& content) {
@@ -54,44 +49,25 @@ board::BootEnvironment boot_environment() {
     return whole ? board::BootEnvironment::parse(image) : board::BootEnvironment();
 }
 
-// "ra0 e2p 4=9f00": a word waits in the driver until "ated" stores it in the radio's part.
-void note_word(const std::string& command) {
-    const size_t at = command.find(" e2p ") + 5;
-    const std::string value = command.substr(command.find('=') + 1);
-    calibration_words[command.substr(at, 1)] = {
-        static_cast<char>(std::stoi(value.substr(2), nullptr, 16)),
-        static_cast<char>(std::stoi(value.substr(0, 2), nullptr, 16))};
-}
-
 void store_words(bool second_radio) {
     std::string image = board::read_partition(*board::find_partition("Factory"));
     for (const auto& [offset, bytes] : calibration_words)
-        image.replace((second_radio ? 0x8000 : 0) + std::stoul(offset), 2, bytes);
+        image.replace((second_radio ? 0x8000 : 0) + offset, 2, bytes);
     write_flash("Factory", image);
 }
 
 }  // namespace
 
-Tree read_tree() {
-    Tree tree;
-    for (const char* directory : kDirectories)
-        for (const auto& entry : fs::recursive_directory_iterator(board::in_tree(directory))) {
-            const std::string path = entry.path().string().substr(board::root().size());
-            if (entry.is_regular_file()) tree[path] = board::read_text(path).value();
-        }
-    return tree;
-}
-
-void write_tree(const Tree& tree) {
-    for (const char* directory : kDirectories) fs::remove_all(board::in_tree(directory));
-    for (const auto& [path, text] : tree) {
-        board::make_directories(path.substr(0, path.rfind('/')));
-        board::write_text(path, text);
+void copy_files(const std::string& from, const std::string& to) {
+    for (const char* directory : {"/dev", "/etc", "/lib"}) {
+        fs::remove_all(to + directory);
+        fs::create_directories(to);
+        fs::copy(from + directory, to + directory, fs::copy_options::recursive);
     }
 }
 
 int run_apart(const std::function<void()>& work, int end) {
-    points_passed() = 0;
+    points_passed = 0;
     std::fflush(nullptr);
     const bool had_failure = testing::Test::HasFailure();
     const pid_t process = fork();
@@ -105,11 +81,11 @@ int run_apart(const std::function<void()>& work, int end) {
     int status = -1;
     waitpid(process, &status, 0);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == (end == 0 ? 0 : kCut)) << status;
-    return points_passed();
+    return points_passed;
 }
 
 void point(const std::function<void()>& last) {
-    if (!armed || ++points_passed() != cut_at) return;
+    if (!armed || ++points_passed != cut_at) return;
     if (last) last();
     _exit(kCut);
 }
@@ -139,16 +115,16 @@ std::string boot_variable(const std::string& name) {
 }
 
 int run_tool(const std::string& command) {
-    constexpr std::string_view kSet = "/sbin/uboot_env -s ";
     point();
-    if (command.starts_with(kSet)) {
-        const std::string setting = command.substr(kSet.size(), command.find(" | ") - kSet.size());
-        const auto pair = board::split_key_value(setting).value();
+    char name[16], value[32];
+    unsigned offset, high, low;
+    if (std::sscanf(command.c_str(), "/sbin/uboot_env -s %15[^=]=%31s", name, value) == 2) {
         board::BootEnvironment environment = boot_environment();
-        environment.set(pair.key, pair.value);
+        environment.set(name, value);
         write_flash("Config", environment.image());
-    } else if (command.find(" e2p ") != command.npos) {
-        note_word(command);
+    } else if (std::sscanf(command.c_str(), "iwpriv %*s e2p %u=%2x%2x", &offset, &high, &low) ==
+               3) {
+        calibration_words[offset] = {static_cast<char>(low), static_cast<char>(high)};
     } else if (command.starts_with("ated -i")) {
         store_words(command.starts_with("ated -irai0"));
     }

@@ -10,10 +10,8 @@
 
 namespace power_cut {
 
-// The files that outlive a start, by board path.
-using Tree = std::map<std::string, std::string>;
-Tree read_tree();
-void write_tree(const Tree& tree);
+// Of the files that outlive a start; the folders are those of a board.
+void copy_files(const std::string& from, const std::string& to);
 
 // Runs the work in a process of its own, up to its nth point (0: to its end); the points passed.
 int run_apart(const std::function<void()>& work, int cut_at);

@@ -1,9 +1,8 @@
 // Power fails at each write, rename and command: what the next start finds, and how it ends.
 #include "power_cut/cuts.h"
 
-#include <algorithm>
-#include <array>
 #include <cstdio>
+#include <regex>
 
 #include "live/flash.h"
 #include "live/interfaces.h"
@@ -11,13 +10,12 @@
 #include "platform/platform.h"
 #include "profile/sample_radios.h"
 #include "support/library_hook.h"
+#include "support/rows.h"
 
 namespace {
 
 using power_cut::boot_variable;
-using power_cut::read_tree;
 using power_cut::run_apart;
-using power_cut::Tree;
 
 // Under AddressSanitizer a process takes a tenth of a second to start.
 #if defined(__has_feature)
@@ -30,22 +28,27 @@ constexpr bool kSlow = false;
 using Facts = std::map<std::string, std::string>;
 
 enum Outcome { kOld, kMixed, kTorn, kNew };
-using Count = std::array<int, 4>;
 
 // Torn: a piece is neither what it was nor what it was to be.
-Outcome judge(const Facts& before, const Facts& now, const Facts& whole) {
-    const auto piece = [](const Facts& facts, const std::string& key) {
-        const auto row = facts.find(key);
-        return row == facts.end() ? "(none)" : row->second;
-    };
+Outcome judge(Facts before, Facts now, Facts whole) {
+    if (now == whole) return kNew;
+    if (now == before) return kOld;
     Facts all = before;
-    all.insert(now.begin(), now.end());
-    all.insert(whole.begin(), whole.end());
-    for (const auto& [key, value] : all) {
-        const std::string found = piece(now, key);
-        if (found != piece(before, key) && found != piece(whole, key)) return kTorn;
-    }
-    return now == whole ? kNew : now == before ? kOld : kMixed;
+    for (const Facts& more : {now, whole}) all.insert(more.begin(), more.end());
+    for (const auto& [key, value] : all)
+        if (now[key] != before[key] && now[key] != whole[key]) return kTorn;
+    return kMixed;
+}
+
+// How often each was found, in the order that they are told in.
+using Count = std::map<Outcome, int>;
+
+std::string words(const Count& count) {
+    const char* const kWords[] = {" old", " mixed", " torn", " new"};
+    std::string text;
+    for (const auto& [outcome, times] : count)
+        text += kWords[outcome] + (' ' + std::to_string(times));
+    return text;
 }
 
 struct Operation {
@@ -60,12 +63,9 @@ class PowerCut : public harness::SampleRadios {
 protected:
     PowerCut() {
         board::BootEnvironment variables;
-        for (const auto& [name, value] : {
-                 std::pair("ethaddr", std::string("00:9f:33:10:20:30")),
-                 {"pad", std::string(3000, 'p')},
-                 {"diag",     "0"               },
-                 {"ftm",     "off" }
-        })
+        variables.set("pad", std::string(3000, 'p'));
+        for (const auto& [name, value] :
+             harness::rows<std::string, std::string>("ethaddr 00:9f:33:10:20:30  diag 0  ftm off"))
             variables.set(name, value);
         write("/proc/mtd",
               "dev: size erasesize name\nmtd1: 00001000 00001000 \"Config\"\n"
@@ -77,72 +77,56 @@ protected:
         on_command = power_cut::run_tool;
     }
 
-    static Facts profile_keys() {
+    static Facts read_facts() {
         Facts facts;
         for (const char* path : harness::kProfilePath)
             for (const std::string& line : board::read_lines(path))
                 facts[path + line.substr(0, line.find('='))] += line;
-        return facts;
-    }
-    static Facts boot_variables() {
-        Facts facts;
         for (const char* name : {"ethaddr", "pad", "diag", "ftm", "a", "b"})
             facts[name] = boot_variable(name);
-        return facts;
-    }
-    static Facts flash_pieces() {
-        Facts facts;
-        for (const char* path : {"/dev/mtd1", "/dev/mtd2", "/lib/firmware/radio0.bin"}) {
+        for (const std::string path : {"/dev/mtd1", "/dev/mtd2", "/lib/firmware/radio0.bin"}) {
+            // An environment that is whole counts by its variables.
+            if (path == "/dev/mtd1" && !boot_variable("pad").empty()) continue;
             const std::string content = board::read_text(path).value_or("");
-            facts[std::string(path) + " size"] = std::to_string(content.size());
+            facts[path + " size"] = std::to_string(content.size());
             for (size_t at = 0; at < content.size(); at += 256)
                 facts[path + std::to_string(at)] = content.substr(at, 256);
         }
         return facts;
     }
-    static Facts address_pieces() {
-        Facts facts = flash_pieces();
-        std::erase_if(facts, [](const auto& fact) { return fact.first.starts_with("/dev/mtd1"); });
-        facts.merge(boot_variables());
-        return facts;
-    }
 
-    void expect_cuts(const Operation& operation, Facts (*facts)(), void (*start)()) {
-        const Tree old = read_tree();
+    void expect_cuts(const Operation& operation, void (*start)()) {
+        const std::string old = board::root() + "/old";
+        power_cut::copy_files(board::root(), old);
         const auto started = [&] {
             power_on();
             run_apart(start, 0);
-            return facts();
+            return read_facts();
         };
-        const Facts before = facts();
+        const Facts before = read_facts();
         const Facts before_started = started();
-        power_cut::write_tree(old);
+        power_cut::copy_files(old, board::root());
         const int points = run_apart(operation.run, 0);
-        const Facts whole = facts();
+        const Facts whole = read_facts();
         const Facts whole_started = started();
 
-        Count found = {};
-        Count left = {};
-        Count repeated = {};
-        size_t litter = 0;
+        Count found, left, repeated;
         for (int n = 1; n <= points; n += kSlow && n > 16 ? 16 : 1) {
             SCOPED_TRACE(testing::Message() << operation.name << ", cut at " << n);
-            power_cut::write_tree(old);
+            power_cut::copy_files(old, board::root());
             run_apart(operation.run, n);
-            ++found[judge(before, facts(), whole)];
-            litter = std::max(litter, read_tree().size() - old.size());
+            ++found[judge(before, read_facts(), whole)];
             const Outcome start_left = judge(before_started, started(), whole_started);
             ++left[start_left];
             if (start_left == kNew) continue;
             run_apart(operation.run, 0);
             ++repeated[judge(before_started, started(), whole_started)];
         }
-        std::printf("%-31s %4d points:%s ->%s ->%s; files left over: %zu\n", operation.name, points,
-                    words(found, true).c_str(), words(left, true).c_str(),
-                    words(repeated, true).c_str(), litter);
-        EXPECT_EQ(operation.outcomes, words(found) + " ->" + words(left) + " ->" + words(repeated))
-            << operation.name;
-        power_cut::write_tree(old);
+        std::string outcomes = words(found) + " ->" + words(left) + " ->" + words(repeated);
+        std::printf("%-31s %4d points:%s\n", operation.name, points, outcomes.c_str());
+        outcomes = std::regex_replace(outcomes, std::regex(" \\d+"), "");
+        EXPECT_EQ(operation.outcomes, outcomes) << operation.name;
+        power_cut::copy_files(old, board::root());
     }
 
     const std::string calibration_ = std::string(0x10000, '\x15');
@@ -154,16 +138,6 @@ private:
         for (const char* directory : {"/sys", "/tmp", "/var"}) remove(directory);
         for (const char* directory : {"/tmp", "/var/run"}) board::make_directories(directory);
         board::create_interfaces(host());
-    }
-    static std::string words(const Count& count, bool with_numbers = false) {
-        const char* const kWords[] = {" old", " mixed", " torn", " new"};
-        std::string text;
-        for (const Outcome outcome : {kOld, kMixed, kTorn, kNew}) {
-            if (count[outcome] == 0) continue;
-            text += kWords[outcome];
-            if (with_numbers) text += ' ' + std::to_string(count[outcome]);
-        }
-        return text;
     }
 
     const harness::LibraryHook fwrite_{"fwrite", power_cut::fwrite};
@@ -184,7 +158,7 @@ TEST_F(PowerCut, OfAProfile) {
         {"wireless_apply_macauth",          [] { wireless_apply_macauth(0x10000); },        " old -> new ->"          },
     };
     for (const Operation& row : kRows)
-        expect_cuts(row, profile_keys, [] { EXPECT_EQ(0, platform_init_wireless()); });
+        expect_cuts(row, [] { EXPECT_EQ(0, platform_init_wireless()); });
 }
 
 // What the start makes of the variables that it finds.
@@ -205,7 +179,7 @@ TEST_F(PowerCut, OfABootVariable) {
         {"set_bootconfig",  [] { set_bootconfig("set", "a=1&b=2"); },
          " old mixed torn -> old mixed torn -> torn new"                                                 },
     };
-    for (const Operation& row : kRows) expect_cuts(row, boot_variables, read_boot_variables);
+    for (const Operation& row : kRows) expect_cuts(row, read_boot_variables);
 }
 
 void set_address() {
@@ -220,7 +194,7 @@ void set_address() {
 // default image then stands where calibration data were lost.
 TEST_F(PowerCut, OfANewAddress) {
     expect_cuts({"set_hwaddr_flash", set_address, " old mixed torn -> old mixed torn -> torn new"},
-                address_pieces, [] { EXPECT_EQ(0, init_mt7622()); });
+                [] { EXPECT_EQ(0, init_mt7622()); });
 }
 
 void start_platform() {
@@ -233,19 +207,18 @@ void start_platform() {
 TEST_F(PowerCut, OfCalibrationData) {
     const auto install = [] { EXPECT_EQ(0, install_eeprom(nullptr)); };
     expect_cuts({"install_eeprom", install, " old mixed torn -> old mixed torn new -> new"},
-                flash_pieces, start_platform);
-    expect_cuts({"extract_eeprom", extract_eeprom, " torn -> new ->"}, flash_pieces,
                 start_platform);
+    expect_cuts({"extract_eeprom", extract_eeprom, " torn -> new ->"}, start_platform);
     write("/dev/mtd2", std::string(0x10000, '\xFF'));
     expect_cuts({"init_mt7622", init_mt7622, " old mixed torn new -> torn new -> torn"},
-                flash_pieces, start_platform);
-    expect_cuts({"install_eeprom, erased", install, " old mixed -> torn new -> new"}, flash_pieces,
+                start_platform);
+    expect_cuts({"install_eeprom, erased", install, " old mixed -> torn new -> new"},
                 start_platform);
 }
 
 TEST_F(PowerCut, OfAPartition) {
     const auto store = [] { write_config(std::string(0x1000, 'n').c_str(), 0x1000); };
-    expect_cuts({"write_config", store, " old torn -> old torn -> new"}, flash_pieces, [] {});
+    expect_cuts({"write_config", store, " old torn -> old torn -> new"}, [] {});
 }
 
 }  // namespace
