@@ -113,16 +113,13 @@ TEST_F(Eeprom, WithoutAReadablePartitionOnlyAWholeImageGoesIn) {
     EXPECT_EQ("find_mtd_size Unable to open /proc/mtd\n", err());
 }
 
-TEST_F(Eeprom, TheDriverGetsTheFirst64KiB) {
+TEST_F(Eeprom, TheDriverGetsTheFirst64KiBInAFileOfAPlainNameOfAtMost17Characters) {
     write("/dev/mtd3", flash_ + erased_);
-    for (const char* size : {"00010000", "00020000", "00000400"}) {
+    for (const char* size : {"00000400", "00020000"}) {
         list_factory(size);
         EXPECT_EQ(0, extract_eeprom());
         EXPECT_TRUE(read(kDriverFile) == flash_.substr(0, std::stoul(size, nullptr, 16))) << size;
     }
-}
-
-TEST_F(Eeprom, TheDriversFileHasAPlainNameOfAtMost17Characters) {
     for (const std::string name :
          {"17-characters.bin", "18-characters..bin", "../firmware/up", ""}) {
         const bool good = name.size() == 17;
@@ -130,12 +127,7 @@ TEST_F(Eeprom, TheDriversFileHasAPlainNameOfAtMost17Characters) {
         EXPECT_EQ(good ? 0 : -1, extract_eeprom()) << name;
         EXPECT_EQ(good ? "" : "Can't open /lib/firmware/" + name + "\n", out());
     }
-    write_l1profile("");
-    EXPECT_EQ(-1, extract_eeprom());
-    EXPECT_EQ("Can't open /lib/firmware/\n", out());
     EXPECT_TRUE(read("/lib/firmware/17-characters.bin") == flash_);
-    for (const char* path : {"/lib/firmware/up", "/lib/firmware/18-characters..bin"})
-        EXPECT_EQ("(none)", read(path));
 }
 
 TEST_F(Eeprom, TheDriversFileIsWholeOrNotThereAndStaysWithoutAPartition) {

@@ -65,8 +65,6 @@ TEST_F(Mtd, ReadsFromAnOffsetAndCountsWhatThereWas) {
     EXPECT_EQ("01234567####", buffer);
     EXPECT_EQ(2, read_config(buffer.data(), 30, 4));
     EXPECT_EQ("mtd_readbuf error Config:offset:0000001e, n=2,len=4\n", err());
-    EXPECT_EQ(0, read_config(buffer.data(), 64, 16));
-    EXPECT_EQ("mtd_readbuf error Config:offset:00000040, n=0,len=16\n", err());
     EXPECT_EQ(0, read_config(buffer.data(), 0, 0));
     EXPECT_EQ("EF234567####", buffer);
 }
@@ -88,9 +86,8 @@ TEST_F(Mtd, HandsTheToolExactlyTheBytesAsked) {
     EXPECT_EQ(0, mtd_writebuf(bytes.data(), 0, 0, "Config2"));
     EXPECT_EQ(0, write_config(bytes.data(), 3));
     EXPECT_EQ(0, write_config(nullptr, 64));
-    EXPECT_EQ((Lines{"$> /sbin/mtd write - Config", "$> /sbin/mtd write - Config2",
-                     "$> /sbin/mtd write - Config", "$> /sbin/mtd write - Config"}),
-              journal());
+    const std::string tool = "$> /sbin/mtd write - Config";
+    EXPECT_EQ((Lines{tool, tool + '2', tool, tool}), journal());
     EXPECT_EQ((Lines{bytes.substr(2, 5), "", bytes.substr(0, 3), "DEFAULT"}), inputs());
 }
 
