@@ -1,7 +1,9 @@
 // What each setting of the records writes.
 #include <sstream>
 
+#include "frame/host.h"
 #include "profile/sample_radios.h"
+#include "support/library_hook.h"
 
 namespace {
 
@@ -157,6 +159,54 @@ TEST_F(ProfileKeys, CalibrationOverrideListsTheEntriesInUse) {
     write("/tmp/factory_default_mode", "on");
     apply(0);
     expect_keys(0, {"EEPROM_OVERRIDE"});
+}
+
+// The MAC access control.
+class AccessKeys : public harness::SampleRadios {
+protected:
+    // Applies so many entries, of which so many are listed.
+    void expect_list(size_t count, size_t listed) {
+        host().mac_filters[0].entries.assign(count, board::filter_entry("00:1a:ff:00:00:0e"));
+        if (count != 0) host().mac_filters[0].entries[0].inactive = -1;
+        std::string line = "AccessControlList0=";
+        for (size_t i = 0; i < listed; ++i) line += "00:1A:FF:00:00:0E;";
+        clear_journal();
+        apply(0);
+        expect_keys(0, {line});
+    }
+};
+
+TEST_F(AccessKeys, ListIsCutAfter227Addresses) {
+    const std::string overflow = "syslog 1 \"Error:MAC Buf Overflow : 4086\"\n";
+    host().max_mac_filter = 500;
+    for (const size_t listed : {0u, 226u, 227u}) {
+        expect_list(listed == 0 ? 0 : listed + 1, listed);
+        EXPECT_EQ(listed < 227 ? "" : overflow, journal_text("syslog"));
+    }
+    expect_list(229, 227);
+    host().max_mac_filter = 5;  // the host hands out no more
+    expect_list(9, 4);
+}
+
+// The second radio ships with AccessPolicy0=7 and an address of BSS 1.
+TEST_F(AccessKeys, WithoutMemoryStayForThatBssAlone) {
+    radio(1).bss_count = 3;
+    fail_nth("malloc", 2);
+    apply(1);
+    EXPECT_EQ("syslog 1 \"mtk_macauth_profile_update: malloc failed\\n\"\n",
+              journal_text("syslog"));
+    expect_keys(1,
+                {"AccessControlList0=", "AccessPolicy0=0", "AccessControlList1=00:00:00:00:00:01;",
+                 "AccessPolicy1", "AccessControlList2=", "AccessPolicy2=0"});
+}
+
+TEST_F(AccessKeys, WithoutATableAreEmpty) {
+    const auto no_table = +[](uint32_t, int) -> mac_filter_table* { return nullptr; };
+    const harness::LibraryHook hook("macdb_read", no_table);
+    radio(1).bss_count = 2;
+    host().mac_filters[0x10001].policy = 1;
+    apply(1);
+    expect_keys(1, {"AccessControlList1=", "AccessPolicy1=2"});
 }
 
 }  // namespace

@@ -1,8 +1,9 @@
-// Link, counters and settings of single ports.
+// Link, counters and settings of single ports, the registers that they stand in.
 #include <array>
 #include <sstream>
 #include <tuple>
 
+#include "switch/phy.h"
 #include "switch/switch_board.h"
 
 namespace {
@@ -75,11 +76,10 @@ TEST_F(Ports, CountersAreReadInOrderAndBytesOfOthersStay) {
 }
 
 TEST_F(Ports, CountersAndAddressesAreClearedByTheTool) {
-    EXPECT_EQ(0, clear_port_statistics());
-    EXPECT_EQ(under_lock({"$ switch esw_cnt clear"}), journal());
-    clear_journal();
-    EXPECT_EQ(0, ethswitch_clear_mactable());
-    EXPECT_EQ(under_lock({"$ switch clear"}), journal());
+    EXPECT_EQ(0, clear_port_statistics() + ethswitch_clear_mactable());
+    EXPECT_EQ(
+        under_lock({"$ switch esw_cnt clear", "unlock switch", "lock switch", "$ switch clear"}),
+        journal());
 }
 
 TEST_F(Ports, OnAndOffChangeOneBitOfTheMacControl) {
@@ -143,15 +143,54 @@ TEST_F(Ports, APortWithoutASwitchPortIsLeftAlone) {
     port_setting state = {"#", "#", "#"};
     port_counters counters;
     std::memset(&counters, '#', sizeof counters);
-    EXPECT_EQ(-1, get_link_status(kNoSuchPort, &state));
-    EXPECT_EQ(-1, set_port_config(kNoSuchPort, &state));
-    EXPECT_EQ(-1, get_eport_stat(kNoSuchPort, &counters));
-    EXPECT_EQ(-1, get_link_status(1, nullptr));
-    EXPECT_EQ(-1, set_port_config(1, nullptr));
-    EXPECT_EQ(-1, get_eport_stat(1, nullptr));
+    for (const int result : {get_link_status(kNoSuchPort, &state), get_link_status(1, nullptr),
+                             set_port_config(kNoSuchPort, &state), set_port_config(1, nullptr),
+                             get_eport_stat(kNoSuchPort, &counters), get_eport_stat(1, nullptr)})
+        EXPECT_EQ(-1, result);
     EXPECT_STREQ("#", state.mode);
     EXPECT_EQ(0x2323232323232323u, counters.rx_packets);
     EXPECT_EQ(Lines{}, commands());
+}
+
+class Registers : public harness::SwitchBoard {};
+using RegistersDeathTest = Registers;
+
+TEST_F(Registers, AreReadAndWrittenBetweenInitAndFini) {
+    registers[0x3100] = 0x56300;
+    uint32_t value = 0;
+    EXPECT_LE(0, switch_ioctl_init());
+    EXPECT_EQ(0, reg_read(0x3100, &value));
+    EXPECT_EQ(0x56300u, value);
+    EXPECT_EQ(0, reg_write(0x80, 0x8004));
+    EXPECT_EQ(0, reg_write_ioctl(0x3100, 0xFFFFFFFF));
+    EXPECT_EQ(0, reg_read_ioctl(0x3100, &value));
+    EXPECT_EQ(0xFFFFFFFF, value);
+    EXPECT_EQ(0, switch_ioctl_fini());
+    EXPECT_EQ(
+        (Lines{"socket", "reg 3100", "reg 80 8004", "reg 3100 ffffffff", "reg 3100", "close"}),
+        journal());
+}
+
+TEST_F(RegistersDeathTest, ARefusedRegisterEndsTheProcess) {
+    uint32_t value = 0;
+    const testing::ExitedWithCode ended(0);
+    EXPECT_EXIT((fail_nth("socket", 1), switch_ioctl_init()), ended, "socket: Input/output error");
+    fail_no_more();
+    switch_ioctl_init();
+    const auto refused = [this] { fail_nth("ioctl", 1); };
+    EXPECT_EXIT((refused(), reg_read(0x3100, &value)), ended, "ioctl: Input/output error");
+    EXPECT_EXIT((refused(), reg_write(0x3100, 0)), ended, "ioctl: Input/output error");
+    switch_ioctl_fini();
+}
+
+TEST(PhyAnswer, IsTheHexadecimalNumberRightAfterTheLastEquals) {
+    using platform::parse_phy_answer;
+    EXPECT_EQ(0x796d, parse_phy_answer("value=0x796d\n"));
+    EXPECT_EQ(0xABCDEF, parse_phy_answer("=0xABCDEF"));
+    EXPECT_EQ(0x12, parse_phy_answer("a=b=0x12 rest"));
+    for (const char* line : {"value= 0x12", "value=12", "value="})
+        EXPECT_EQ(0, parse_phy_answer(line)) << line;
+    for (const char* line : {"value 0x12", ""}) EXPECT_EQ(-1, parse_phy_answer(line)) << line;
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Numbered objects of the driver, byte for byte as the kernel gets them.
+// Numbered objects of the driver, byte for byte as the kernel gets them, and UUID texts.
 #include <algorithm>
 
 #include "platform/wps.h"
@@ -76,14 +76,8 @@ TEST_F(DriverObject, FailsWithNothingWritten) {
     for (const char* ifname : {"", "ra9", "eth0/", static_cast<const char*>(nullptr)})
         expect_failure(ifname, buffer);
     for (const int size : {65536, -1}) expect_failure("ra0", nullptr, size);
-    fail_nth("socket", 1);
-    EXPECT_EQ(-1, wsc_get_oid("ra0", 0x0752, buffer, &length));
-    fail_nth("socket", 1);
-    EXPECT_EQ(-1, wireless_get_scan_buf("ra0", buffer, 9));
-    for (const char* function : {"socket", "malloc"}) {
-        fail_nth(function, 1);
-        EXPECT_EQ(-1, wsc_set_oid("ra0", 0x0752, buffer, 4));
-    }
+    fail_nth("malloc", 1);
+    EXPECT_EQ(-1, wsc_set_oid("ra0", 0x0752, buffer, 4));
     EXPECT_EQ(Requests{}, requests);
     EXPECT_EQ(-1, wsc_get_oid("ra0", 0x0752, buffer, &length));  // the driver's own refusals
     EXPECT_EQ(-1, wsc_set_oid("ra0", 0x0752, buffer, 4));
@@ -107,6 +101,38 @@ TEST_F(DriverObject, HoldsThePinAndTheUuid) {
     EXPECT_EQ(-1, wireless_get_wps_pincode(nullptr));
     EXPECT_EQ(-1, wireless_get_wps_uuid("rai0", uuid, &length));
     EXPECT_EQ(-1, wireless_set_wps_uuid("rai0", uuid, 16));
+}
+
+using Uuid = std::array<uint8_t, 16>;
+
+constexpr Uuid kUuid = {0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0xDE, 0xF0,
+                        0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0xDE, 0xF0};
+const std::string kText = "12345678-9abc-DEF0-1234-56789abcdef0";
+
+TEST(Uuid, IsReadFromFiveGroups) {
+    for (const std::string& text : harness::Lines{kText, "-" + kText + std::string(90, '7'),
+                                                  "1-2-3-4-56789abcdef0123456789abcdef0",
+                                                  "123456789abcdef0--123456789abc--d-e---f0"}) {
+        Uuid uuid = {};
+        EXPECT_EQ(0, trans_uuid_str_to_hex(text.c_str(), uuid.data()));
+        EXPECT_EQ(kUuid, uuid) << text;
+    }
+}
+
+TEST(Uuid, IsLeftAloneByOtherTexts) {
+    for (const std::string& text : harness::Lines{"", kText.substr(0, 23), kText.substr(0, 24),
+                                                  "-----", kText + std::string(92, '7')}) {
+        Uuid uuid = kUuid;
+        EXPECT_EQ(-1, trans_uuid_str_to_hex(text.c_str(), uuid.data())) << text;
+        EXPECT_EQ(kUuid, uuid);
+    }
+}
+
+TEST(Uuid, PairsAreHexadecimalOfEitherCase) {
+    EXPECT_EQ(0, convert_2byte_hex(""));
+    for (const auto& [text, value] :
+         harness::rows<std::string, int>("00 0  fF 255  a1b2 161  0g 0  0x1 0"))
+        EXPECT_EQ(value, convert_2byte_hex(text.c_str())) << text;
 }
 
 }  // namespace
