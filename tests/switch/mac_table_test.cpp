@@ -45,13 +45,13 @@ TEST_F(MacTable, StopsAtTheCapacityAndWarns) {
     EXPECT_EQ(2, walk(2, 0x7F));
     EXPECT_EQ(0, walk(0, 0x7F));
     journal_registers = false;
-    for (const int capacity : {4, 3}) {
-        clear_journal();
-        EXPECT_EQ(3, ethswitch_get_all_macentry(entries.data(), capacity, 0x7F));
-        EXPECT_EQ(capacity == 4 ? "" : "Warning:need more switch entry buffer\n", err());
-        EXPECT_EQ(under_lock({"socket", "usleep 1000", "usleep 1000", "usleep 1000", "close"}),
-                  journal());
-    }
+    clear_journal();
+    EXPECT_EQ(3, ethswitch_get_all_macentry(entries.data(), 4, 0x7F));
+    EXPECT_EQ("", err());
+    EXPECT_EQ(under_lock({"socket", "usleep 1000", "usleep 1000", "usleep 1000", "close"}),
+              journal());
+    EXPECT_EQ(3, ethswitch_get_all_macentry(entries.data(), 3, 0x7F));
+    EXPECT_EQ("Warning:need more switch entry buffer\n", err());
 }
 
 TEST_F(MacTable, ABrokenTableDoesNotHoldUsForEver) {

@@ -157,17 +157,13 @@ TEST_F(WpsStatus, OfAllRadiosIsTheFirstOutcome) {
 
 TEST_F(WpsStatus, NamesTheFirstConfiguredInterfaceThatIsUp) {
     char name[32] = "untouched";
-    report("rai0", 33);
-    EXPECT_EQ(0, wireless_get_wps_configured_ifname(name));
-    EXPECT_STREQ("untouched", name);
-    report("rai0", 34);
-    EXPECT_EQ(1, wireless_get_wps_configured_ifname(name));
-    EXPECT_STREQ("rai0", name);
     report("ra0", 34);
-    for (const bool up : {true, false}) {
+    for (const auto& [up, second, found] :
+         rows<bool, uint32_t, std::string>("0 33 untouched  0 34 rai0  1 34 ra0")) {
         board::set_interface_up("ra0", up);
-        EXPECT_EQ(1, wireless_get_wps_configured_ifname(name));
-        EXPECT_STREQ(up ? "ra0" : "rai0", name);
+        report("rai0", second);
+        EXPECT_EQ(second == 34, wireless_get_wps_configured_ifname(name));
+        EXPECT_EQ(found, name);
     }
 }
 

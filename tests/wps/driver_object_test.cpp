@@ -97,10 +97,10 @@ TEST_F(DriverObject, HoldsThePinAndTheUuid) {
     EXPECT_EQ(16u, length);
     EXPECT_EQ(0, wireless_set_wps_uuid("ra0", uuid, 16));
     EXPECT_EQ("0123456789abcdef", payload);
-    EXPECT_EQ(-1, wireless_get_wps_pincode("rai0"));
-    EXPECT_EQ(-1, wireless_get_wps_pincode(nullptr));
-    EXPECT_EQ(-1, wireless_get_wps_uuid("rai0", uuid, &length));
-    EXPECT_EQ(-1, wireless_set_wps_uuid("rai0", uuid, 16));
+    for (const int result :
+         {wireless_get_wps_pincode("rai0"), wireless_get_wps_pincode(nullptr),
+          wireless_get_wps_uuid("rai0", uuid, &length), wireless_set_wps_uuid("rai0", uuid, 16)})
+        EXPECT_EQ(-1, result);
 }
 
 using Uuid = std::array<uint8_t, 16>;
