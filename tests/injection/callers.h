@@ -42,7 +42,7 @@ inline void bring_radios_up(const Call& call) {
         put(tpc->duty, call.text(0));
     }
     platform_init_wireless();
-    wireless_set_igmpsnoop("ra0", call.round % 2);
+    wireless_set_igmpsnoop(call.text(0), call.round % 2);
     wireless_macauth_set_policy(1, call.round % 3);
     wireless_apply_macauth(2);
     wireless_api_wireless_disable();
@@ -89,15 +89,15 @@ inline void hand_over_no_text(const Call& call) {
     board::state().band_steering = 1;
     wireless_restart_bandstrg();
     call.board.index = "INDEX0_main_ifname=ra0\nINDEX1_main_ifname=rai0\n";
+    board::state().radios[0].bss[0].auth_mode = WIRELESS_AUTH_WPA2;
     wireless_restart_8021xd();
     call.board.file_is_there = false;  // no factory test mode
     put(board::state().hw.switch_chip, call.round % 2 ? "mt7530" : "mt7531");
-    const port_setting setting = {"fixed", "100", "full"};
+    port_setting setting = {"fixed", "100", "full"};
     set_port_config(1, &setting);
     set_sniff_port(call.round % 3);
     reinit_vlan();
-    port_setting state;
-    get_link_status(1 + call.round % 4, &state);
+    get_link_status(1 + call.round % 4, &setting);
     clear_port_statistics();
     ethswitch_clear_mactable();
     update_led_silent_control(1, call.round % 2);

@@ -5,6 +5,7 @@
 // otherwise. Wherever the shell hands a tool, or names a file by, n of these letters, it must do
 // the same with the first n bytes of the hostile text.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -15,7 +16,6 @@
 #include <regex>
 #include <set>
 
-#include "frame/host.h"
 #include "injection/callers.h"
 
 namespace {
@@ -52,12 +52,15 @@ std::string with_texts(const std::string& twin, const Texts& texts) {
     return word;
 }
 
+std::string replaced(const std::string& text, const char* pattern, const char* by) {
+    return std::regex_replace(text, std::regex(pattern), by);
+}
+
 std::string content_of(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// In the place of the board's tools.
 constexpr const char* kTools = R"(
 next() { printf '#next\0' >&3; }
 tool() { printf '%s\0' "$#" "$@" >&3; echo answer; }
@@ -72,7 +75,9 @@ alias /sbin/mtd='filter mtd'
 // number ahead, then name and content of the file of its number.
 std::vector<Texts> run_in_shell(const Texts& commands) {
     namespace fs = std::filesystem;
-    const std::string home = mkdtemp((testing::TempDir() + "injectionXXXXXX").data());
+    // In memory where there is a place for it.
+    std::string home = access("/dev/shm", W_OK) == 0 ? "/dev/shm/" : testing::TempDir();
+    home = mkdtemp((home + "injectionXXXXXX").data());
     const fs::path board = home + "/board";
     fs::create_directory(board);
     std::string script = kTools;
@@ -89,8 +94,10 @@ std::vector<Texts> run_in_shell(const Texts& commands) {
     outcome.resize(commands.size());
     for (const auto& file : fs::directory_iterator(board)) {
         const std::string name = file.path().filename();
-        Texts& of_command = outcome.at(std::stoul(name));  // throws for a stray file
-        of_command.insert(of_command.end(), {name.substr(name.find('.')), content_of(file)});
+        const size_t number = std::strtoul(name.c_str(), nullptr, 10);
+        EXPECT_TRUE(name.starts_with(std::to_string(number) + '.')) << "a stray file: " << name;
+        for (const std::string& text : {replaced(name, "^\\d+", ""), content_of(file)})
+            outcome.at(number).push_back(text);
     }
     fs::remove_all(home);
     return outcome;
@@ -106,27 +113,15 @@ std::string redirected(std::string command, const std::string& twin, size_t numb
     return command;
 }
 
-// Of the library on a host that knows every interface as the first radio's.
+// Of the library on a host that knows the interface of the first text as a radio's.
 Texts commands_of(const Caller& caller, const Texts& texts, int round) {
     static harness::MemoryBoard memory;
-    const auto mode = [](const char*) { return 0; };
-    const auto uses_8021x = [](const char*, const wireless_conf*, int) { return 1; };
-    const auto record = [](wireless_conf* to, const char*) {
-        return read_wireless_conf(to, "ra0");
-    };
-    const auto all = [](const char*, wireless_conf* to, int n) {
-        return read_all_mbss_conf("ra0", to, n);
-    };
-    static const harness::LibraryHook kHooks[] = {
-        {"get_wl_mode_by_ifname",                +mode      },
-        {"wireless_check_8021x_enable_for_band", +uses_8021x},
-        {"read_wireless_conf",                   +record    },
-        {"read_all_mbss_conf",                   +all       },
-    };
     board::state() = board::factory_state();
     for (board::Radio& radio : board::state().radios) radio.chipset = "mt7615";
-    for (wireless_conf& conf : board::state().radios[0].bss) conf.enabled = 1;
-    board::state().radios[0].bss_count = PLATFORM_BSS_MAX;
+    board::Radio& first = board::state().radios[0];
+    if (!texts.empty()) first.main_ifname = texts[0];
+    first.bss_count = PLATFORM_BSS_MAX;
+    for (wireless_conf& conf : first.bss) conf.enabled = 1;
     board::state().mac_filters[2] = {1, {board::filter_entry("00:11:22:33:44:55")}};
     memory.index.clear();
     memory.file_is_there = true;
@@ -159,16 +154,11 @@ void add(Sample& sample, const Caller& caller, int round) {
     }
 }
 
-std::string replaced(const std::string& text, const char* pattern, const char* by) {
-    return std::regex_replace(text, std::regex(pattern), by);
-}
-
 Texts matches(const std::string& text, const std::string& pattern, int group = 0) {
     const std::regex regex(pattern);
     return {std::sregex_token_iterator(text.begin(), text.end(), regex, group), {}};
 }
 
-// Every literal that makes a command.
 std::set<std::string> forms_in_sources() {
     const std::string literal = R"re("((?:[^"\\]|\\.)*)")re";
     const std::string command = "Command<[^>]*>(?: \\w+)?\\(\\s*(?:" + literal + "|row\\.command,)";
