@@ -100,14 +100,13 @@ TEST_F(Call, RecordsComeFromFieldsHexOrFilesAndGoToFiles) {
     std::filesystem::resize_file(path, 4 * sizeof(wireless_conf));
     EXPECT_EQ("k", call("set_quolex_helper_bss @" + path + " 2")["records"][2]["wep_key[1]"]);
 
-    const auto list =
-        call("platform_wireless_api_get_ap_list ifname=ra0,channel_check=0x8000000000000000");
-    EXPECT_EQ("ra0", list["list"]["ifname"]);
-    EXPECT_EQ(0x8000000000000000, list["list"]["channel_check"]);
-    EXPECT_EQ("[]", list["list"]["entries"].dump());
+    const auto list = call(
+        "platform_wireless_api_get_ap_list ifname=ra0,channel_check=0x8000000000000000")["list"];
+    EXPECT_EQ("ra0", list["ifname"]);
+    EXPECT_EQ(0x8000000000000000, list["channel_check"]);
+    EXPECT_EQ("[]", list["entries"].dump());
 }
 
-// A row: call -> a piece of the message.
 TEST_F(Call, RefusesWhatDoesNotFitAndCallsNothing) {
     const char* const kRows = R"(
 reboot -> no exported function is called "reboot"; turn_led 1 -> turn_led takes 2 arguments, not 1;
@@ -164,15 +163,13 @@ TEST_F(SwitchCall, EveryFunctionIsReachedWithNothingToWorkOn) {
 }
 
 TEST_F(SwitchCall, ListsGoBackToTheirOwner) {
-    table.rows = {
-        {0x009f3301, 0x020100a5, 0xff000010},
-        {0x009f3301, 0x020200a5, 0xff000020}
-    };
+    table.rows.push_back({0x009f3301, 0x020100a5, 0xff000010});
+    table.rows.push_back({0x009f3301, 0x020200a5, 0xff000020});
     EXPECT_EQ(R"({"result":1,"entries":[{"mac":"00:9f:33:01:02:01","info":165,"port_map":1}]})",
               call("mt753x_get_all_macentry 1 0x7f").dump());
     const auto stations = call("apcp_get_stalist_from_ethswitch");
     EXPECT_EQ(2, stations["result"]);
-    EXPECT_EQ("00:9f:33:01:02:02", stations["list"][1]["mac"]);
+    EXPECT_EQ("00:9f:33:01:02:02", stations["list"].at(1)["mac"]);
 }
 
 TEST_F(SwitchCallDeathTest, AFunctionThatEndsTheProcessFails) {

@@ -54,14 +54,6 @@ std::string words(const Count& count) {
     return text;
 }
 
-struct Operation {
-    const char* name;
-    std::function<void()> run;
-    // What the next start finds -> what it makes of that -> where that is not new, what comes of
-    // the operation and a start more.
-    const char* outcomes;
-};
-
 class PowerCut : public harness::SampleRadios {
 protected:
     PowerCut() {
@@ -98,7 +90,10 @@ protected:
         return facts;
     }
 
-    void expect_cuts(const Operation& operation, void (*start)()) {
+    // The outcomes: what the next start finds -> what it makes of that -> where that is not new,
+    // what comes of the operation and a start more.
+    void expect_cuts(const char* name, const std::function<void()>& operation,
+                     const std::string& expected, void (*start)()) {
         const std::string old = board::root() + "/old";
         power_cut::copy_files(board::root(), old);
         const auto started = [&] {
@@ -109,26 +104,25 @@ protected:
         const Facts before = read_facts();
         const Facts before_started = started();
         power_cut::copy_files(old, board::root());
-        const int points = run_apart(operation.run, 0);
+        const int points = run_apart(operation, 0);
         const Facts whole = read_facts();
         const Facts whole_started = started();
 
         Count found, left, repeated;
         for (int n = 1; n <= points; n += kSlow && n > 16 ? 16 : 1) {
-            SCOPED_TRACE(testing::Message() << operation.name << ", cut at " << n);
+            SCOPED_TRACE(testing::Message() << name << ", cut at " << n);
             power_cut::copy_files(old, board::root());
-            run_apart(operation.run, n);
+            run_apart(operation, n);
             ++found[judge(before, read_facts(), whole)];
             const Outcome start_left = judge(before_started, started(), whole_started);
             ++left[start_left];
             if (start_left == kNew) continue;
-            run_apart(operation.run, 0);
+            run_apart(operation, 0);
             ++repeated[judge(before_started, started(), whole_started)];
         }
-        std::string outcomes = words(found) + " ->" + words(left) + " ->" + words(repeated);
-        std::printf("%-31s %4d points:%s\n", operation.name, points, outcomes.c_str());
-        outcomes = std::regex_replace(outcomes, std::regex(" \\d+"), "");
-        EXPECT_EQ(operation.outcomes, outcomes) << operation.name;
+        const auto outcomes = words(found) + " ->" + words(left) + " ->" + words(repeated);
+        std::printf("%-31s %4d points:%s\n", name, points, outcomes.c_str());
+        EXPECT_EQ(expected, std::regex_replace(outcomes, std::regex(" \\d+"), "")) << name;
         power_cut::copy_files(old, board::root());
     }
 
@@ -150,18 +144,16 @@ private:
 
 // A profile is never torn, and the next start makes it anew from the host's records.
 TEST_F(PowerCut, OfAProfile) {
-    const Operation kRows[] = {
-        {"platform_init_wireless",          platform_init_wireless,                         " old mixed new -> new ->"},
-        {"platform_set_wireless",           [] { platform_set_wireless(nullptr, "rai0"); },
-         " old mixed new -> new ->"                                                                                   },
-        {"mtk_profile_update_for_easymesh", mtk_profile_update_for_easymesh,
-         " old mixed -> new ->"                                                                                       },
-        {"wireless_macauth_set_policy",     [] { wireless_macauth_set_policy(0, 2); },
-         " old -> new ->"                                                                                             },
-        {"wireless_apply_macauth",          [] { wireless_apply_macauth(0x10000); },        " old -> new ->"          },
-    };
-    for (const Operation& row : kRows)
-        expect_cuts(row, [] { EXPECT_EQ(0, platform_init_wireless()); });
+    const auto start = [] { EXPECT_EQ(0, platform_init_wireless()); };
+    const auto set_one = [] { platform_set_wireless(nullptr, "rai0"); };
+    const auto set_policy = [] { wireless_macauth_set_policy(0, 2); };
+    const auto set_list = [] { wireless_apply_macauth(0x10000); };
+    expect_cuts("platform_init_wireless", start, " old mixed new -> new ->", start);
+    expect_cuts("platform_set_wireless", set_one, " old mixed new -> new ->", start);
+    expect_cuts("mtk_profile_update_for_easymesh", mtk_profile_update_for_easymesh,
+                " old mixed -> new ->", start);
+    expect_cuts("wireless_macauth_set_policy", set_policy, " old -> new ->", start);
+    expect_cuts("wireless_apply_macauth", set_list, " old -> new ->", start);
 }
 
 // What the start makes of the variables that it finds.
@@ -176,13 +168,12 @@ void read_boot_variables() {
 
 // The environment is erased and written where it lies: all of it can be lost.
 TEST_F(PowerCut, OfABootVariable) {
-    const Operation kRows[] = {
-        {"write_diag_flag", write_diag_flag,                          " old torn -> old torn -> torn new"},
-        {"set_ated_flag",   set_ated_flag,                            " old torn -> old torn -> torn new"},
-        {"set_bootconfig",  [] { set_bootconfig("set", "a=1&b=2"); },
-         " old mixed torn -> old mixed torn -> torn new"                                                 },
-    };
-    for (const Operation& row : kRows) expect_cuts(row, read_boot_variables);
+    const auto set_pairs = [] { set_bootconfig("set", "a=1&b=2"); };
+    const auto start = read_boot_variables;
+    expect_cuts("write_diag_flag", write_diag_flag, " old torn -> old torn -> torn new", start);
+    expect_cuts("set_ated_flag", set_ated_flag, " old torn -> old torn -> torn new", start);
+    expect_cuts("set_bootconfig", set_pairs, " old mixed torn -> old mixed torn -> torn new",
+                start);
 }
 
 void set_address() {
@@ -196,7 +187,7 @@ void set_address() {
 // So are the calibration data with the address in them. Done once more, it arrives everywhere; the
 // default image then stands where calibration data were lost.
 TEST_F(PowerCut, OfANewAddress) {
-    expect_cuts({"set_hwaddr_flash", set_address, " old mixed torn -> old mixed torn -> torn new"},
+    expect_cuts("set_hwaddr_flash", set_address, " old mixed torn -> old mixed torn -> torn new",
                 [] { EXPECT_EQ(0, init_mt7622()); });
 }
 
@@ -209,19 +200,18 @@ void start_platform() {
 // The next start sees data whose first bytes are erased, not data that end early.
 TEST_F(PowerCut, OfCalibrationData) {
     const auto install = [] { EXPECT_EQ(0, install_eeprom(nullptr)); };
-    expect_cuts({"install_eeprom", install, " old mixed torn -> old mixed torn new -> new"},
+    expect_cuts("install_eeprom", install, " old mixed torn -> old mixed torn new -> new",
                 start_platform);
-    expect_cuts({"extract_eeprom", extract_eeprom, " torn -> new ->"}, start_platform);
+    expect_cuts("extract_eeprom", extract_eeprom, " torn -> new ->", start_platform);
     write("/dev/mtd2", std::string(0x10000, '\xFF'));
-    expect_cuts({"init_mt7622", init_mt7622, " old mixed torn new -> torn new -> torn"},
+    expect_cuts("init_mt7622", init_mt7622, " old mixed torn new -> torn new -> torn",
                 start_platform);
-    expect_cuts({"install_eeprom, erased", install, " old mixed -> torn new -> new"},
-                start_platform);
+    expect_cuts("install_eeprom, erased", install, " old mixed -> torn new -> new", start_platform);
 }
 
 TEST_F(PowerCut, OfAPartition) {
     const auto store = [] { write_config(std::string(0x1000, 'n').c_str(), 0x1000); };
-    expect_cuts({"write_config", store, " old torn -> old torn -> new"}, [] {});
+    expect_cuts("write_config", store, " old torn -> old torn -> new", [] {});
 }
 
 }  // namespace
