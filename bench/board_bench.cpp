@@ -20,6 +20,7 @@
 #include <utility>
 #include <vector>
 
+#include "address_table.h"
 #include "platform/platform.h"
 
 namespace {
@@ -82,28 +83,9 @@ void prepare() {
     write_file_of("/sys/devices/platform/10005000.pinctrl/mt_gpio", pins);
 }
 
-// The switch's address table: every entry in use, at once at hand.
 int answer_register(uint32_t* words, bool write) {
     ++accesses;
-    const uint32_t entry = static_cast<uint32_t>(presented);
-    if (write) {
-        presented = words[2] == 0x8004 ? 0 : presented + 1;
-        return 0;
-    }
-    switch (words[1]) {
-        case 0x80:
-            words[3] = presented == kAddresses - 1 ? 0x6000 : 0x2000;
-            break;
-        case 0x84:
-            words[3] = 0x02000000 | entry;
-            break;
-        case 0x88:
-            words[3] = 0x5E010000;
-            break;
-        default:
-            words[3] = 0xFF000010;
-            break;
-    }
+    answer_table(words, write, kAddresses, presented);
     return 0;
 }
 

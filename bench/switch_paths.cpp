@@ -7,6 +7,7 @@
 
 #include <cstring>
 
+#include "address_table.h"
 #include "frame/host.h"
 #include "host/state.h"
 #include "path.h"
@@ -26,27 +27,8 @@ int addresses = 0;
 int presented = 0;
 std::vector<switch_mac_entry> entries(kAddresses);
 
-// An address table that has every entry at once at hand.
-void answer_table(uint32_t* words, bool write) {
-    if (write) {
-        presented = words[2] == 0x8004 ? 0 : presented + 1;
-        return;
-    }
-    const uint32_t entry = static_cast<uint32_t>(presented);
-    switch (words[1]) {
-        case 0x80:
-            words[3] = presented == addresses - 1 ? 0x6000 : 0x2000;
-            break;
-        case 0x84:
-            words[3] = 0x02000000 | entry;
-            break;
-        case 0x88:
-            words[3] = 0x5E010000;
-            break;
-        default:
-            words[3] = 0xFF000010;
-            break;
-    }
+void answer(uint32_t* words, bool write) {
+    answer_table(words, write, addresses, presented);
 }
 
 void walk() {
@@ -72,7 +54,7 @@ void walk_by_pauses() {
 
 void prepare_walk(int count) {
     addresses = count;
-    switch_answer = answer_table;
+    switch_answer = answer;
 }
 
 void prepare_counters(int) {
