@@ -23,11 +23,7 @@ void compare(const std::string& line) {
                                   numbers + 2, numbers + 3, numbers + 4, numbers + 5, numbers + 6,
                                   numbers + 7, numbers + 8, numbers + 9);
     CLAIM(count == 10);
-    constexpr size_t kSafeDigits = 9;  // a number of more wraps in its own way
-    if (line.find_first_of("0123456789") == line.npos || line.size() > 10 * kSafeDigits) return;
-    for (int i = 0; i < 10; ++i)
-        CLAIM(numbers[i] > 999'999'999 || numbers[i] < -999'999'999 ||
-              numbers[i] == state->numbers[i]);
+    for (int i = 0; i < 10; ++i) CLAIM(numbers[i] == state->numbers[i]);
 }
 
 }  // namespace

@@ -24,12 +24,15 @@ constexpr uint64_t leading_digits(std::string_view text) {
     return value;
 }
 
-// Leading digits behind any blanks and a sign; of a larger number the low 32 bits.
+// Leading digits behind any blanks and a sign. Of a larger number the low 32 bits, and of one
+// beyond 64 bits those of the nearest 64-bit number, as the C library's scanf has it.
 constexpr int32_t leading_decimal(std::string_view text) {
     while (text.starts_with(' ') || text.starts_with('\t')) text.remove_prefix(1);
     const bool negative = text.starts_with('-');
     if (negative || text.starts_with('+')) text.remove_prefix(1);
-    const uint32_t magnitude = static_cast<uint32_t>(leading_digits(text));
+    const uint64_t digits = leading_digits(text);
+    const uint64_t limit = uint64_t{INT64_MAX} + negative;
+    const uint32_t magnitude = static_cast<uint32_t>(digits < limit ? digits : limit);
     return static_cast<int32_t>(negative ? 0 - magnitude : magnitude);
 }
 

@@ -77,6 +77,8 @@ TEST(LeadingDecimal, TakesBlanksAndASignAndKeepsTheLowWord) {
     EXPECT_EQ(7, platform::leading_decimal("+7"));
     EXPECT_EQ(INT32_MIN, platform::leading_decimal("-2147483648"));
     EXPECT_EQ(1, platform::leading_decimal("4294967297"));
+    EXPECT_EQ(-1, platform::leading_decimal("9999999999999999999"));
+    EXPECT_EQ(0, platform::leading_decimal("-9999999999999999999"));
 }
 
 }  // namespace
