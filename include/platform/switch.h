@@ -68,9 +68,9 @@ PLATFORM_API int mtk_optimize_set(void); /* 0 */
 /*
  * Walks the switch's address table from its start: the unicast addresses learnt on a port of the
  * mask (one bit for each switch port), at most capacity of them. Returns how many were stored.
- * Takes a millisecond for each address. A table that presents nothing for ten seconds, or empty
- * entries without end, ends the walk. The second form holds the switch lock and warns when the
- * capacity was reached.
+ * Takes a millisecond for each address. A table without an entry in use for twenty seconds, or
+ * with empty entries without end, ends the walk. The second form holds the switch lock and warns
+ * when the capacity was reached.
  */
 PLATFORM_API int mt753x_get_all_macentry(struct switch_mac_entry* entries, int capacity,
                                          int port_mask);

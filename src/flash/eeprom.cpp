@@ -56,39 +56,47 @@ ImageHead head_in_flash(uint32_t offset) {
     return head;
 }
 
-// The partition's present content; bytes that could not be read are not known.
-struct Present {
+// A file's bytes, and the room that the partition has for them.
+struct Image {
     uint8_t* bytes;
     uint32_t size;
-    bool known;
+    uint32_t room;
 };
 
-// Whether the image spares every radio's calibration data: it replaces good data by new data, whole
-// or not at all.
-bool spares_radios(const uint8_t* image, uint32_t image_size, const Present& present) {
+bool brings_good_data(const Image& image, uint32_t offset) {
+    if (image.size < image.room && offset + kRadioImageSize > image.size) return false;
+    ImageHead head;
+    memcpy(head.bytes, image.bytes + offset, sizeof head.bytes);
+    return !is_erased(head);
+}
+
+// What cannot be read may well be good.
+bool may_hold_good_data(uint32_t offset) {
+    ImageHead head;
+    const int count =
+        mtd_readbuf(head.bytes, static_cast<int>(offset), sizeof head.bytes, kPartition);
+    return count != sizeof head.bytes || !is_erased(head);
+}
+
+// Whether a radio would lose calibration data that the image does not replace whole.
+bool spoils_a_radio(const Image& image) {
     for (int32_t radio = 0; radio < kRadios; ++radio) {
-        const uint64_t start = image_offset(radio).value_or(0);
-        if (start + sizeof(ImageHead) > image_size) continue;
-        ImageHead fresh;
-        ImageHead old;
-        memcpy(fresh.bytes, image + start, sizeof fresh.bytes);
-        memcpy(old.bytes, present.bytes + start, sizeof old.bytes);
-        if (present.known && is_erased(old)) continue;
-        if (is_erased(fresh)) return false;
-        if (image_size < present.size && start + kRadioImageSize > image_size) return false;
+        const auto offset = image_offset(radio);
+        if (!offset || *offset >= image.size || *offset + sizeof(ImageHead) > image.room) continue;
+        if (!brings_good_data(image, *offset) && may_hold_good_data(*offset)) return true;
     }
-    return true;
+    return false;
 }
 
-bool suits(const uint8_t* image, uint32_t image_size, const Present& present) {
-    if (image_size == 0 || image_size > present.size) return false;
-    if (image_size < present.size && !present.known) return false;
-    return spares_radios(image, image_size, present);
+// Behind a smaller image the partition keeps its content.
+bool fill_up(const Image& image) {
+    const int missing = static_cast<int>(image.room - image.size);
+    return missing == 0 || mtd_readbuf(image.bytes + image.size, static_cast<int>(image.size),
+                                       missing, kPartition) == missing;
 }
 
-Present read_present(uint8_t* bytes, uint32_t size) {
-    const int count = mtd_readbuf(bytes, 0, static_cast<int>(size), kPartition);
-    return {bytes, size, count >= 0 && static_cast<uint32_t>(count) == size};
+bool suits(const Image& image) {
+    return image.size > 0 && image.size <= image.room && !spoils_a_radio(image) && fill_up(image);
 }
 
 // "/lib/firmware/<name>" of the first radio; false when there is no such plain and short name.
@@ -122,20 +130,17 @@ int install_eeprom(const char* path) {
         print_out("EEPROM source file not found: %s\n", path);
         return -1;
     }
-    // One byte more than fits shows an image that is too large.
-    const Heap<uint8_t> image(size_t{size} + 1);
-    const Heap<uint8_t> whole(size_t{size} + 1);
-    if (!image.ok() || !whole.ok()) return -1;
+    // One byte more than fits shows a file that is too large.
+    const Heap<uint8_t> bytes(size_t{size} + 1);
+    if (!bytes.ok()) return -1;
 
-    const ssize_t count = source.read_all(image.get(), size_t{size} + 1);
-    const uint32_t image_size = count > 0 ? static_cast<uint32_t>(count) : 0;
-    memset(whole.get(), 0, size_t{size} + 1);
-    if (size == 0 || !suits(image.get(), image_size, read_present(whole.get(), size))) {
+    const ssize_t count = source.read_all(bytes.get(), size_t{size} + 1);
+    const Image image = {bytes.get(), count > 0 ? static_cast<uint32_t>(count) : 0, size};
+    if (!suits(image)) {
         print_out("Invalid EEPROM file size: %s\n", path);
         return -1;
     }
-    memcpy(whole.get(), image.get(), image_size);
-    mtd_writebuf(whole.get(), 0, static_cast<int>(size), kPartition);
+    mtd_writebuf(image.bytes, 0, static_cast<int>(size), kPartition);
     print_out("Install Completed: %s\n", path);
     return 0;
 }

@@ -16,7 +16,8 @@ int get_uboot_env(const char* name, char* destination, int size) {
     if (text_of(name).empty()) return 0;
     Pipe tool(open_command_output(Command<256>("/sbin/uboot_env -g %s", name).text()));
     if (!tool.ok()) return 0;
-    if (tool.read_line(room)) trim_crcf(destination);
+    tool.read_line(room);
+    trim_crcf(destination);
     return 1;
 }
 

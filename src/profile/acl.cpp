@@ -1,12 +1,11 @@
 #include "profile/acl.h"
 
-#include <stdlib.h>
-
 #include <memory>
 
 #include "frame/radios.h"
 #include "profile/list_value.h"
 #include "profile/sections.h"
+#include "support/heap.h"
 
 namespace platform {
 namespace {
@@ -18,10 +17,6 @@ struct TableRelease {
 };
 using FilterTable = std::unique_ptr<mac_filter_table, TableRelease>;
 
-struct HeapRelease {
-    void operator()(char* memory) const { free(memory); }
-};
-
 // The entries follow the table's head.
 std::span<const mac_filter_entry> entries_of(const FilterTable& table) {
     if (table == nullptr || table->count <= 0) return {};
@@ -31,6 +26,18 @@ std::span<const mac_filter_entry> entries_of(const FilterTable& table) {
 
 void report_no_memory() {
     syslog_msg(1, "mtk_macauth_profile_update: malloc failed\n");
+}
+
+// False without memory for it.
+bool set_access_list(ProfileList& profile, int32_t wl_mode, int bss) {
+    const Heap<char> list(kAclSize);
+    if (!list.ok()) {
+        report_no_memory();
+        return false;
+    }
+    macauth_acl_string(wl_mode, bss, list.get());
+    profile.set(NumberedKey("AccessControlList", bss), list.get());
+    return true;
 }
 
 }  // namespace
@@ -73,17 +80,10 @@ int access_policy(int host_policy) {
 }
 
 void set_access_keys(ProfileList& profile, const RadioConf& conf) {
-    for (int bss = 0; bss < conf.count(); ++bss) {
-        const std::unique_ptr<char, HeapRelease> list(static_cast<char*>(malloc(kAclSize)));
-        if (list == nullptr) {
-            report_no_memory();
-            continue;
-        }
-        macauth_acl_string(conf.wl_mode, bss, list.get());
-        profile.set(NumberedKey("AccessControlList", bss), list.get());
-        profile.set(NumberedKey("AccessPolicy", bss),
-                    access_policy(macauth_get_policy(wl_index_of(conf.wl_mode, bss))));
-    }
+    for (int bss = 0; bss < conf.count(); ++bss)
+        if (set_access_list(profile, conf.wl_mode, bss))
+            profile.set(NumberedKey("AccessPolicy", bss),
+                        access_policy(macauth_get_policy(wl_index_of(conf.wl_mode, bss))));
 }
 
 }  // namespace platform

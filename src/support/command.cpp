@@ -47,9 +47,11 @@ void put_inside_double_quotes(Text& out, std::string_view text) {
 
 }  // namespace
 
-bool form_command(Text& out, const char* format, std::span<const CommandArgument> arguments) {
+std::optional<size_t> form_command(Text& out, const char* format,
+                                   std::span<const CommandArgument> arguments) {
     bool quoted = false;
     bool clean = true;
+    size_t escapes = 0;
     std::string_view rest = format;
     for (const CommandArgument& argument : arguments) {
         const std::string_view literal(rest.data(), rest.find('%'));
@@ -58,11 +60,13 @@ bool form_command(Text& out, const char* format, std::span<const CommandArgument
         rest.remove_prefix(literal.size() + 1);
         if (rest[0] == 's') {
             clean = clean && argument.text().find('\0') == std::string_view::npos;
+            const size_t start = out.size();
             if (quoted) {
                 put_inside_double_quotes(out, argument.text());
             } else {
                 put_word(out, argument.text());
             }
+            escapes += out.size() - start - argument.text().size();
         } else if (rest[0] == 'd') {
             out.put_decimal(argument.number());
         } else {
@@ -71,13 +75,16 @@ bool form_command(Text& out, const char* format, std::span<const CommandArgument
         rest.remove_prefix(rest[0] == '0' ? std::string_view("02x").size() : 1);
     }
     out.put(rest);
-    return clean && out.ok();
+    if (!clean || !out.ok()) return {};
+    return escapes;
 }
 
 void AnyCommand::form(std::span<char> room, const char* format,
                       std::span<const CommandArgument> arguments) {
     Text text(room);
-    text_ = form_command(text, format, arguments) ? text.c_str() : nullptr;
+    const auto escapes = form_command(text, format, arguments);
+    const bool fits = escapes && text.size() - *escapes < room.size() - kEscapeRoom;
+    text_ = fits ? text.c_str() : nullptr;
 }
 
 int run_shell(const AnyCommand& command) {

@@ -10,6 +10,7 @@
 #include <stddef.h>
 #include <stdint.h>
 
+#include <optional>
 #include <span>
 #include <string_view>
 #include <type_traits>
@@ -67,8 +68,10 @@ private:
     const char* format_;
 };
 
-// Appends the command's text; false when it does not fit or when a text holds a NUL.
-bool form_command(Text& out, const char* format, std::span<const CommandArgument> arguments);
+// Appends the command's text. How many of its characters only escape others; nothing when it does
+// not fit or when a text holds a NUL.
+std::optional<size_t> form_command(Text& out, const char* format,
+                                   std::span<const CommandArgument> arguments);
 
 // A formed command, whatever room it has: what runs commands is compiled once.
 class AnyCommand {
@@ -81,12 +84,15 @@ public:
     const char* text() const { return text_; }
 
 protected:
+    static constexpr size_t kEscapeRoom = 256;
+
     void form(std::span<char> room, const char* format, std::span<const CommandArgument> arguments);
 
 private:
     const char* text_ = nullptr;
 };
 
+// The size is that of the unescaped text with its end: what is escaped may take more.
 template <size_t kSize>
 class Command : public AnyCommand {
 public:
@@ -98,7 +104,7 @@ public:
     }
 
 private:
-    char room_[kSize];
+    char room_[kSize + kEscapeRoom];
 };
 
 // Run by the C library's shell runner: its status, or -1 when there is no whole command.

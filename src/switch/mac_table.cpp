@@ -22,7 +22,7 @@ constexpr uint32_t kEnded = 0x4000;
 constexpr uint32_t kBusy = 0x8000;
 
 constexpr int kMostWalked = 2045;      // the table holds 2048 entries
-constexpr int kMostPolls = 2000;       // in a row without an entry: ten seconds
+constexpr int kMostPolls = 4096;       // without an entry in use: twenty seconds
 constexpr int kMostEmptied = 1 << 16;  // aged entries; the search goes round a broken table
 
 uint32_t read_register(uint32_t offset) {

@@ -32,6 +32,19 @@ bool uses_8021x(const BssPlace& place) {
            wireless_check_8021x_enabled(&set.configured()[static_cast<size_t>(place.number)]) != 0;
 }
 
+// Hands the list to the driver and to its profile; false without memory for it.
+bool apply_list(const BssPlace& place) {
+    const Heap<char> list(kAclSize);
+    if (!list.ok()) return false;
+
+    macauth_acl_string(place.wl_mode, place.number, list.get());
+    run_host(Command<kAclSize + 256>("/sbin/iwpriv %s set ACLAddEntry=\"%s\"", place.ifname.view(),
+                                     list.get()));
+    genconfig_set_value_direct(place.profile.c_str(),
+                               NumberedKey("AccessControlList", place.number).c_str(), list.get());
+    return true;
+}
+
 }  // namespace
 
 int wireless_macauth_set_policy(uint32_t wl_index, int policy) {
@@ -48,14 +61,7 @@ int wireless_macauth_set_policy(uint32_t wl_index, int policy) {
 int wireless_apply_macauth(uint32_t wl_index) {
     const BssPlace place(wl_index);
     run_host(Command<256>("/sbin/iwpriv %s set ACLClearAll=1", place.ifname.view()));
-    const Heap<char> list(kAclSize);
-    if (!list.ok()) return 0;
-
-    macauth_acl_string(place.wl_mode, place.number, list.get());
-    run_host(Command<kAclSize + 256>("/sbin/iwpriv %s set ACLAddEntry=\"%s\"", place.ifname.view(),
-                                     list.get()));
-    genconfig_set_value_direct(place.profile.c_str(),
-                               NumberedKey("AccessControlList", place.number).c_str(), list.get());
+    if (!apply_list(place)) return 0;
     if (macauth_get_policy(wl_index) != 0 && uses_8021x(place)) signal_wan();
     return 0;
 }

@@ -70,14 +70,25 @@ TEST_F(WpsControl, PutsAChangedSsidBack) {
             return 0;
         });
     host().band_steering_ssid = "steered";
-    const std::string too_long(128, '$');  // once it is escaped
-    for (const std::string& ssid : harness::Lines{"home 2g", "", too_long, "steered"}) {
-        host().band_steering = ssid == "steered";
-        harness::put_text(host().radios[0].bss[0].ssid, ssid == "steered" ? "home 2g" : ssid);
+    std::string dollars;  // as the shell sees them
+    for (int i = 0; i < 128; ++i) dollars += "\\$";
+    const struct {
+        std::string ssid;
+        std::string put_back;
+        int band_steering;
+    } rows[] = {
+        {"home 2g",       "home 2g", 0       },
+        {"",              "",        0       },
+        {std::string(128, '$'),      dollars,  0},
+        {"home 2g",               "steered",                1}
+    };
+    for (const auto& row : rows) {
+        host().band_steering = row.band_steering;
+        harness::put_text(host().radios[0].bss[0].ssid, row.ssid);
         EXPECT_EQ(1, wireless_wps_stop("ra0"));
-        harness::Lines texts = {"WscConfMode=6"};
-        if (ssid != too_long) texts.push_back("SSID=\"" + ssid + '"');
-        EXPECT_EQ(settings("ra0", texts) + "signal_start led\n", taken());
+        EXPECT_EQ(settings("ra0", {"WscConfMode=6", "SSID=\"" + row.put_back + '"'}) +
+                      "signal_start led\n",
+                  taken());
     }
 }
 
