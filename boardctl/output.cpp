@@ -12,7 +12,7 @@ namespace boardctl {
 namespace {
 
 using Json = nlohmann::ordered_json;
-using Row = std::vector<std::string>;
+using Cells = std::vector<std::string>;
 
 // Quotes make blanks at the ends, several in a row, and nothing at all visible.
 std::string quoted_if_needed(const std::string& text) {
@@ -46,14 +46,14 @@ std::string padded(const std::string& text, size_t width) {
     return text + std::string(width - std::min(width, columns(text)), ' ');
 }
 
-std::string aligned(const std::vector<Row>& rows, const std::string& indent) {
+std::string aligned(const std::vector<Cells>& rows, const std::string& indent) {
     std::vector<size_t> widths;
-    for (const Row& row : rows) {
+    for (const Cells& row : rows) {
         widths.resize(std::max(widths.size(), row.size()), 0);
         for (size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], columns(row[i]));
     }
     std::string text;
-    for (const Row& row : rows) {
+    for (const Cells& row : rows) {
         std::string line = indent;
         for (size_t i = 0; i < row.size(); ++i) line += padded(row[i], widths[i] + 2);
         line.erase(line.find_last_not_of(' ') + 1);
@@ -105,7 +105,7 @@ private:
     }
 
     void add_object(const Json& object, const std::string& indent) {
-        std::vector<Row> fields;
+        std::vector<Cells> fields;
         for (const auto& [key, value] : object.items()) {
             if (!is_block(value)) {
                 fields.push_back({title_of(key), cell(value)});
@@ -142,14 +142,14 @@ private:
             }
             return;
         }
-        Row keys;
+        Cells keys;
         for (const Json& row : rows)
             for (const auto& [key, value] : row.items())
                 if (std::find(keys.begin(), keys.end(), key) == keys.end()) keys.push_back(key);
-        std::vector<Row> lines(1);
+        std::vector<Cells> lines(1);
         for (const std::string& key : keys) lines[0].push_back(title_of(key));
         for (const Json& row : rows) {
-            Row& line = lines.emplace_back();
+            Cells& line = lines.emplace_back();
             for (const std::string& key : keys)
                 line.push_back(row.contains(key) ? cell(row[key]) : "-");
         }

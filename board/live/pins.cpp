@@ -14,12 +14,12 @@ namespace board {
 namespace {
 
 constexpr size_t kHeadLines = 2;
-constexpr size_t kColumns = 9;
+constexpr size_t kPinColumns = 9;
 
 // A pin's numbers; the first four are those of PinColumn.
 struct Pin {
     int number = -1;
-    std::array<int, kColumns> values{};
+    std::array<int, kPinColumns> values{};
     int& operator[](PinColumn column) { return values[static_cast<size_t>(column)]; }
 };
 

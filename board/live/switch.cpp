@@ -10,7 +10,7 @@
 namespace board {
 namespace {
 
-constexpr const char* kFile = "switch";
+constexpr const char* kSwitchFile = "switch";
 
 constexpr uint32_t kMacControl = 0x3000;  // of port 0; a port has 0x100
 constexpr uint32_t kMacForced = 0x8000;   // the link follows the register's bit 0, not the PHY
@@ -57,7 +57,7 @@ bool is_port_register(uint32_t offset, uint32_t base) {
 }  // namespace
 
 Switch::Switch() {
-    const std::string path = live_path(kFile);
+    const std::string path = live_path(kSwitchFile);
     if (auto file = KeyFile::load(path)) {
         file_ = std::move(*file);
         return;
@@ -72,7 +72,7 @@ Switch::Switch() {
 }
 
 void Switch::save() {
-    if (std::exchange(changed_, false)) file_.save(live_path(kFile));
+    if (std::exchange(changed_, false)) file_.save(live_path(kSwitchFile));
 }
 
 const Wiring& Switch::wiring() const {

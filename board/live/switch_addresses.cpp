@@ -9,7 +9,7 @@
 namespace board {
 namespace {
 
-constexpr const char* kFile = "switch.addresses";
+constexpr const char* kAddressFile = "switch.addresses";
 
 // Control register 0x80: commands, then what it answers.
 constexpr uint32_t kStart = 0x8000;
@@ -28,7 +28,7 @@ uint32_t word(uint8_t first, uint8_t second, uint8_t third, uint8_t fourth) {
 // The nth line and whether it is the last one. Looking for it in the text keeps a walk through a
 // full table short.
 bool find_address(uint32_t number, LearntAddress& address, bool& last) {
-    const std::string text = read_text(live_path(kFile)).value_or("");
+    const std::string text = read_text(live_path(kAddressFile)).value_or("");
     size_t start = 0;
     for (; number > 0 && start < text.size(); --number)
         start = std::min(text.find('\n', start), text.size() - 1) + 1;
@@ -79,14 +79,14 @@ uint32_t Switch::search_status() {
 }
 
 void Switch::clear_addresses() {
-    replace_lines(live_path(kFile), {});
+    replace_lines(live_path(kAddressFile), {});
 }
 
 bool Switch::remove_address(std::string_view digits) {
-    std::vector<std::string> lines = read_lines(live_path(kFile));
+    std::vector<std::string> lines = read_lines(live_path(kAddressFile));
     const auto is_it = [digits](const std::string& line) { return digits_of(line) == digits; };
     if (std::erase_if(lines, is_it) == 0) return false;
-    return replace_lines(live_path(kFile), lines);
+    return replace_lines(live_path(kAddressFile), lines);
 }
 
 }  // namespace board

@@ -22,7 +22,7 @@ constexpr uint16_t kCapable = 0x7949;  // status: all 10 and 100 Mbit/s modes, n
 constexpr uint16_t kNegotiated = 0x0020;
 constexpr uint16_t kLinkUp = 0x0004;
 
-constexpr uint16_t kModes = 0x01E0;  // of registers 4 and 5
+constexpr uint16_t kModeBits = 0x01E0;  // of registers 4 and 5
 constexpr uint16_t kHalfModes = 0x00A0;
 constexpr uint16_t kAnswered = 0x4001;     // register 5: acknowledged, IEEE 802.3
 constexpr uint16_t kReceiversOk = 0x3000;  // register 10
@@ -66,7 +66,7 @@ Switch::Link Switch::link(int port) const {
     const LinkPartner& partner = wiring().partners[static_cast<size_t>(port)];
     const uint32_t advertised = number(key(port, "agreed"), 0);
     const uint32_t gigabit = number(key(port, "agreed_gigabit"), 0) << 2;
-    return {static_cast<uint16_t>(advertised & kModes & partner.abilities),
+    return {static_cast<uint16_t>(advertised & kModeBits & partner.abilities),
             static_cast<uint16_t>(gigabit & partner.gigabit)};
 }
 

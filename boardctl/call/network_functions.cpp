@@ -8,7 +8,7 @@ constexpr uint32_t kStatusRoom = 32;
 constexpr uint32_t kSsidRoom = 256;
 constexpr uint32_t kUuidRoom = 16;
 
-constexpr Function kFunctions[] = {
+constexpr Function kNetworkFunctions[] = {
     // switch.h; when the driver refuses a register, the process ends
     FUNCTION(switch_ioctl_init, "Opens the switch control socket; it lasts as long as the call."),
     FUNCTION(switch_ioctl_fini, "Closes the switch control socket: -1 when none is open."),
@@ -137,7 +137,7 @@ constexpr Function kFunctions[] = {
 }  // namespace
 
 std::span<const Function> network_functions() {
-    return kFunctions;
+    return kNetworkFunctions;
 }
 
 }  // namespace boardctl::calls

@@ -6,7 +6,7 @@ namespace {
 constexpr uint32_t kMacTextRoom = 18;
 constexpr uint32_t kLedOperationRoom = 32;
 
-constexpr Function kFunctions[] = {
+constexpr Function kSystemFunctions[] = {
     // flash.h
     FUNCTION(mtd_open, "Opens a partition's device; the descriptor lasts as long as the call.",
              "name", "flags"),
@@ -99,7 +99,7 @@ constexpr Function kFunctions[] = {
 }  // namespace
 
 std::span<const Function> system_functions() {
-    return kFunctions;
+    return kSystemFunctions;
 }
 
 }  // namespace boardctl::calls

@@ -110,16 +110,15 @@ constexpr Option kAclOptions[] = {
     {"--apply", Kind::flag, "tell the driver again"},
 };
 
-const Verb kVerbs[] = {
-    {"acl", "", "Shows or changes who may join a network.",
-     "  boardctl acl\n  boardctl acl ra0 --policy deny --add 3C:5A:B4:01:02:03\n"
-     "  boardctl acl ra0 --policy off",
-     acl, kAclOptions},
-};
-
 }  // namespace
 
 std::span<const Verb> acl_verbs() {
+    static const Verb kVerbs[] = {
+        {"acl", "", "Shows or changes who may join a network.",
+         "  boardctl acl\n  boardctl acl ra0 --policy deny --add 3C:5A:B4:01:02:03\n"
+         "  boardctl acl ra0 --policy off",
+         acl, kAclOptions},
+    };
     return kVerbs;
 }
 

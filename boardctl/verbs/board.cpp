@@ -111,26 +111,26 @@ constexpr Option kCheckOptions[] = {
     {"AREA", Kind::texts, "only these; helper, counters and wps are checked when named"},
 };
 
-const Verb kVerbs[] = {
-    {"journal", "", "Every effect on the virtual board since its start, in order.",
-     "  boardctl journal --last 20\n  boardctl journal --clear", journal, kJournalOptions},
-    {"config",
-     "show",
-     "The host's configuration on the virtual board.",
-     "  boardctl config",
-     show_config,
-     {},
-     true},
-    {"config", "set", "Changes a field of it; what uses it is told by another call.",
-     "  boardctl config set radio 1 bss 1 ssid \"my net\"\n  boardctl config set set easymesh 1",
-     set_config, kSetConfigOptions},
-    {"check", "", "Compares what the library tells and did with what the virtual board has.",
-     "  boardctl check\n  boardctl check stations survey", check, kCheckOptions},
-};
-
 }  // namespace
 
 std::span<const Verb> board_verbs() {
+    static const Verb kVerbs[] = {
+        {"journal", "", "Every effect on the virtual board since its start, in order.",
+         "  boardctl journal --last 20\n  boardctl journal --clear", journal, kJournalOptions},
+        {"config",
+         "show",
+         "The host's configuration on the virtual board.",
+         "  boardctl config",
+         show_config,
+         {},
+         true},
+        {"config", "set", "Changes a field of it; what uses it is told by another call.",
+         "  boardctl config set radio 1 bss 1 ssid \"my net\"\n  boardctl config set set easymesh "
+         "1",
+         set_config, kSetConfigOptions},
+        {"check", "", "Compares what the library tells and did with what the virtual board has.",
+         "  boardctl check\n  boardctl check stations survey", check, kCheckOptions},
+    };
     return kVerbs;
 }
 

@@ -21,16 +21,15 @@ constexpr Option kCallOptions[] = {
     {kRest, Kind::rest, "function and arguments"},
 };
 
-const Verb kVerbs[] = {
-    {"call", "", "Calls any function of the library by its name.",
-     "  boardctl call --list\n  boardctl call --usage get_bootconfig\n"
-     "  boardctl call get_bootconfig ethaddr\n  boardctl call mt_rssi_to_pwr -60",
-     call, kCallOptions},
-};
-
 }  // namespace
 
 std::span<const Verb> call_verbs() {
+    static const Verb kVerbs[] = {
+        {"call", "", "Calls any function of the library by its name.",
+         "  boardctl call --list\n  boardctl call --usage get_bootconfig\n"
+         "  boardctl call get_bootconfig ethaddr\n  boardctl call mt_rssi_to_pwr -60",
+         call, kCallOptions},
+    };
     return kVerbs;
 }
 

@@ -149,37 +149,37 @@ constexpr Option kInstallOptions[] = {
     {"FILE", Kind::positional, "an image"},
 };
 
-const Verb kVerbs[] = {
-    {"flash",
-     "list",
-     "The flash partitions.",
-     "  boardctl flash\n  boardctl flash list --json",
-     list,
-     {},
-     true},
-    {"flash", "read", "Reads a partition, as hexadecimal lines or into a file.",
-     "  boardctl flash read Factory --offset 0x8000 --length 16\n"
-     "  boardctl flash read Factory --output factory.bin",
-     read, kReadOptions},
-    {"env", "get", "Boot variables; the board's own when none is named.",
-     "  boardctl env\n  boardctl env get ethaddr", get_variables, kGetVariablesOptions, true},
-    {"env", "set", "Sets a boot variable, or removes it with an empty value.",
-     "  boardctl env set bootdelay 5", set_variable, kSetVariableOptions},
-    {"calibration",
-     "show",
-     "Whether the radios' calibration data is there.",
-     "  boardctl calibration",
-     calibration,
-     {},
-     true},
-    {"calibration", "install", "Writes calibration data, the default image when no file is named.",
-     "  boardctl calibration install\n  boardctl calibration install factory.bin", install,
-     kInstallOptions},
-};
-
 }  // namespace
 
 std::span<const Verb> flash_verbs() {
+    static const Verb kVerbs[] = {
+        {"flash",
+         "list",
+         "The flash partitions.",
+         "  boardctl flash\n  boardctl flash list --json",
+         list,
+         {},
+         true},
+        {"flash", "read", "Reads a partition, as hexadecimal lines or into a file.",
+         "  boardctl flash read Factory --offset 0x8000 --length 16\n"
+         "  boardctl flash read Factory --output factory.bin",
+         read, kReadOptions},
+        {"env", "get", "Boot variables; the board's own when none is named.",
+         "  boardctl env\n  boardctl env get ethaddr", get_variables, kGetVariablesOptions, true},
+        {"env", "set", "Sets a boot variable, or removes it with an empty value.",
+         "  boardctl env set bootdelay 5", set_variable, kSetVariableOptions},
+        {"calibration",
+         "show",
+         "Whether the radios' calibration data is there.",
+         "  boardctl calibration",
+         calibration,
+         {},
+         true},
+        {"calibration", "install",
+         "Writes calibration data, the default image when no file is named.",
+         "  boardctl calibration install\n  boardctl calibration install factory.bin", install,
+         kInstallOptions},
+    };
     return kVerbs;
 }
 

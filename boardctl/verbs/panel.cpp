@@ -167,38 +167,37 @@ constexpr Option kSilenceOptions[] = {
     {"END", Kind::positional, "first hour that is not"},
 };
 
-const Verb kVerbs[] = {
-    {"buttons",
-     "show",
-     "Whether the buttons are pressed.",
-     "  boardctl buttons",
-     buttons,
-     {},
-     true},
-    {"buttons", "press", "Presses a button of the virtual board and leaves it pressed.",
-     "  boardctl buttons press reset", press, kPressOptions},
-    {"buttons", "release", "Releases it.", "  boardctl buttons release reset", release,
-     kReleaseOptions},
-    {"buttons", "held", "Whether a button stays pressed for a while.",
-     "  boardctl buttons held reset --samples 5 --interval 200", held, kHeldOptions},
-    {"leds",
-     "show",
-     "What the LEDs show, and their silent hours.",
-     "  boardctl leds",
-     leds,
-     {},
-     true},
-    {"leds", "set", "Switches LEDs.", "  boardctl leds set wl off\n  boardctl leds set all on",
-     set_leds, kSetLedsOptions},
-    {"leds", "silence", "Sets the silent hours, and the LEDs as they ask for.",
-     "  boardctl leds silence hours 22 6\n  boardctl leds silence never\n"
-     "  boardctl leds silence update",
-     silence, kSilenceOptions},
-};
-
 }  // namespace
 
 std::span<const Verb> panel_verbs() {
+    static const Verb kVerbs[] = {
+        {"buttons",
+         "show",
+         "Whether the buttons are pressed.",
+         "  boardctl buttons",
+         buttons,
+         {},
+         true},
+        {"buttons", "press", "Presses a button of the virtual board and leaves it pressed.",
+         "  boardctl buttons press reset", press, kPressOptions},
+        {"buttons", "release", "Releases it.", "  boardctl buttons release reset", release,
+         kReleaseOptions},
+        {"buttons", "held", "Whether a button stays pressed for a while.",
+         "  boardctl buttons held reset --samples 5 --interval 200", held, kHeldOptions},
+        {"leds",
+         "show",
+         "What the LEDs show, and their silent hours.",
+         "  boardctl leds",
+         leds,
+         {},
+         true},
+        {"leds", "set", "Switches LEDs.", "  boardctl leds set wl off\n  boardctl leds set all on",
+         set_leds, kSetLedsOptions},
+        {"leds", "silence", "Sets the silent hours, and the LEDs as they ask for.",
+         "  boardctl leds silence hours 22 6\n  boardctl leds silence never\n"
+         "  boardctl leds silence update",
+         silence, kSilenceOptions},
+    };
     return kVerbs;
 }
 

@@ -129,19 +129,6 @@ constexpr Option kMirrorOptions[] = {
     {"MONITOR", Kind::positional, "a LAN port, or off"},
 };
 
-const Verb kVerbs[] = {
-    {"ports", "link", "Link, speed and duplex of the Ethernet ports.",
-     "  boardctl ports\n  boardctl ports link lan1 --json", link, kLinkOptions, true},
-    {"ports", "counters", "What the ports have counted.",
-     "  boardctl ports counters\n  boardctl ports counters --clear", counters, kCountersOptions},
-    {"ports", "config", "Shows or sets how a port is to link.",
-     "  boardctl ports config lan3 fixed 100 full\n  boardctl ports config lan4 off", config,
-     kConfigOptions},
-    {"ports", "mirror", "Shows or sets the port to which the other LAN ports are copied.",
-     "  boardctl ports mirror\n  boardctl ports mirror lan1\n  boardctl ports mirror off", mirror,
-     kMirrorOptions},
-};
-
 }  // namespace
 
 std::string port_name(int user_port) {
@@ -181,6 +168,19 @@ std::string stored_setting(const Session& session, const Port& port) {
 }
 
 std::span<const Verb> port_verbs() {
+    static const Verb kVerbs[] = {
+        {"ports", "link", "Link, speed and duplex of the Ethernet ports.",
+         "  boardctl ports\n  boardctl ports link lan1 --json", link, kLinkOptions, true},
+        {"ports", "counters", "What the ports have counted.",
+         "  boardctl ports counters\n  boardctl ports counters --clear", counters,
+         kCountersOptions},
+        {"ports", "config", "Shows or sets how a port is to link.",
+         "  boardctl ports config lan3 fixed 100 full\n  boardctl ports config lan4 off", config,
+         kConfigOptions},
+        {"ports", "mirror", "Shows or sets the port to which the other LAN ports are copied.",
+         "  boardctl ports mirror\n  boardctl ports mirror lan1\n  boardctl ports mirror off",
+         mirror, kMirrorOptions},
+    };
     return kVerbs;
 }
 

@@ -60,13 +60,6 @@ constexpr Option kDiffOptions[] = {
     {"IFNAME", Kind::positional, "an interface of the radio; all when not given"},
 };
 
-const Verb kVerbs[] = {
-    {"profile", "show", "Shows a radio's driver profile, or some of its keys.",
-     "  boardctl profile show ra0\n  boardctl profile show rai0 SSID1 Channel", show, kShowOptions},
-    {"profile", "diff", "How the profile differs from the one that the driver runs with.",
-     "  boardctl profile diff\n  boardctl profile diff rai0 --json", diff, kDiffOptions, true},
-};
-
 }  // namespace
 
 Json changes_between(const KeyFile& before, const KeyFile& after) {
@@ -83,6 +76,13 @@ Json changes_between(const KeyFile& before, const KeyFile& after) {
 }
 
 std::span<const Verb> profile_verbs() {
+    static const Verb kVerbs[] = {
+        {"profile", "show", "Shows a radio's driver profile, or some of its keys.",
+         "  boardctl profile show ra0\n  boardctl profile show rai0 SSID1 Channel", show,
+         kShowOptions},
+        {"profile", "diff", "How the profile differs from the one that the driver runs with.",
+         "  boardctl profile diff\n  boardctl profile diff rai0 --json", diff, kDiffOptions, true},
+    };
     return kVerbs;
 }
 

@@ -159,15 +159,6 @@ constexpr Option kSurveyOptions[] = {
     kRadioOption,
 };
 
-const Verb kVerbs[] = {
-    {"radios", "", "Channel, radar state and upstream link of the radios, and their interfaces.",
-     "  boardctl radios\n  boardctl radios rai0 --json", radios, kRadiosOptions},
-    {"stations", "", "The stations on the networks.",
-     "  boardctl stations\n  boardctl stations ra0 --json", stations, kStationsOptions},
-    {"survey", "", "Surveys the networks in reach.",
-     "  boardctl survey\n  boardctl survey rai0 --json", survey, kSurveyOptions},
-};
-
 }  // namespace
 
 std::unique_ptr<station_list> station_list_of(Session& session, const Radio& radio) {
@@ -199,6 +190,15 @@ std::unique_ptr<ap_list> survey_of(Session& session, const Radio& radio) {
 }
 
 std::span<const Verb> radio_verbs() {
+    static const Verb kVerbs[] = {
+        {"radios", "",
+         "Channel, radar state and upstream link of the radios, and their interfaces.",
+         "  boardctl radios\n  boardctl radios rai0 --json", radios, kRadiosOptions},
+        {"stations", "", "The stations on the networks.",
+         "  boardctl stations\n  boardctl stations ra0 --json", stations, kStationsOptions},
+        {"survey", "", "Surveys the networks in reach.",
+         "  boardctl survey\n  boardctl survey rai0 --json", survey, kSurveyOptions},
+    };
     return kVerbs;
 }
 

@@ -130,20 +130,19 @@ constexpr Option kApplyOptions[] = {
     {"--steps", Kind::flag, "show messages and effects"},
 };
 
-const Verb kVerbs[] = {
-    {"start", "", "Power-on: calibration, modules, radios and the Ethernet switch.",
-     "  boardctl start\n  boardctl start --steps      with every command, in order\n"
-     "  boardctl start --erased     a new board without calibration data",
-     start, kStartOptions},
-    {"apply", "", "Applies the configuration of a radio, after changes of a network if any.",
-     "  boardctl apply ra0\n  boardctl apply rai1 --ssid garden --hidden on\n"
-     "  boardctl apply rai0 --repeat upstairs --repeat-key secret123",
-     apply, kApplyOptions},
-};
-
 }  // namespace
 
 std::span<const Verb> start_verbs() {
+    static const Verb kVerbs[] = {
+        {"start", "", "Power-on: calibration, modules, radios and the Ethernet switch.",
+         "  boardctl start\n  boardctl start --steps      with every command, in order\n"
+         "  boardctl start --erased     a new board without calibration data",
+         start, kStartOptions},
+        {"apply", "", "Applies the configuration of a radio, after changes of a network if any.",
+         "  boardctl apply ra0\n  boardctl apply rai1 --ssid garden --hidden on\n"
+         "  boardctl apply rai0 --repeat upstairs --repeat-key secret123",
+         apply, kApplyOptions},
+    };
     return kVerbs;
 }
 

@@ -103,17 +103,16 @@ constexpr Option kMacTableOptions[] = {
     {"--clear", Kind::flag, "forget all first"},
 };
 
-const Verb kVerbs[] = {
-    {"vlan", "", "Shows or rebuilds the LAN and WAN VLANs.",
-     "  boardctl vlan\n  boardctl vlan --iptv on", vlan, kVlanOptions},
-    {"mac-table", "", "The addresses that the switch has learnt.",
-     "  boardctl mac-table\n  boardctl mac-table --delete 02:00:5E:10:00:01", mac_table,
-     kMacTableOptions},
-};
-
 }  // namespace
 
 std::span<const Verb> switch_verbs() {
+    static const Verb kVerbs[] = {
+        {"vlan", "", "Shows or rebuilds the LAN and WAN VLANs.",
+         "  boardctl vlan\n  boardctl vlan --iptv on", vlan, kVlanOptions},
+        {"mac-table", "", "The addresses that the switch has learnt.",
+         "  boardctl mac-table\n  boardctl mac-table --delete 02:00:5E:10:00:01", mac_table,
+         kMacTableOptions},
+    };
     return kVerbs;
 }
 

@@ -92,7 +92,7 @@ std::string configured_ifname(const Session& session) {
     return field_text(ifname);
 }
 
-Outcome start(Session& session, const Arguments& arguments) {
+Outcome start_run(Session& session, const Arguments& arguments) {
     const std::string ifname = named_radio(session, arguments.text("IFNAME")).main_ifname;
     begin(session, ifname, request_of(arguments));
     Json queries = Json::array();
@@ -111,7 +111,7 @@ Outcome start(Session& session, const Arguments& arguments) {
             is_good ? kGood : kFailed};
 }
 
-Outcome stop(Session& session, const Arguments& arguments) {
+Outcome stop_run(Session& session, const Arguments& arguments) {
     const std::string ifname = named_radio(session, arguments.text("IFNAME")).main_ifname;
     session.perform("wireless_wps_stop", [&] {
         return PLATFORM_CALL(session.library, wireless_wps_stop)(ifname.c_str());
@@ -127,7 +127,7 @@ constexpr Option kRadio = {"IFNAME", Kind::required, "an interface of the radio"
 constexpr Option kStatusOptions[] = {
     {"IFNAME", Kind::positional, "an interface of the radio; all when not given"},
 };
-constexpr Option kStartOptions[] = {
+constexpr Option kRunOptions[] = {
     kRadio,
     {"--pin", Kind::number, "of the other device; by push button when not given"},
     {"--seconds", Kind::number, "how long to follow it; 120 when not given"},
@@ -140,20 +140,19 @@ constexpr Option kIdentityOptions[] = {
     {"IFNAME", Kind::positional, "an interface of the radio; all when not given"},
 };
 
-const Verb kVerbs[] = {
-    {"wps", "status", "How the WPS runs of the radios stand.",
-     "  boardctl wps status\n  boardctl wps status ra0 --json", status, kStatusOptions, true},
-    {"wps", "start", "Starts a run by push button or PIN and follows it to its end.",
-     "  boardctl wps start rai0\n  boardctl wps start rai0 --pin 12345670 --no-wait", start,
-     kStartOptions},
-    {"wps", "stop", "Stops a run.", "  boardctl wps stop rai0", stop, kStopOptions},
-    {"wps", "identity", "PIN and UUID of the radios.", "  boardctl wps identity --json", identity,
-     kIdentityOptions},
-};
-
 }  // namespace
 
 std::span<const Verb> wps_verbs() {
+    static const Verb kVerbs[] = {
+        {"wps", "status", "How the WPS runs of the radios stand.",
+         "  boardctl wps status\n  boardctl wps status ra0 --json", status, kStatusOptions, true},
+        {"wps", "start", "Starts a run by push button or PIN and follows it to its end.",
+         "  boardctl wps start rai0\n  boardctl wps start rai0 --pin 12345670 --no-wait", start_run,
+         kRunOptions},
+        {"wps", "stop", "Stops a run.", "  boardctl wps stop rai0", stop_run, kStopOptions},
+        {"wps", "identity", "PIN and UUID of the radios.", "  boardctl wps identity --json",
+         identity, kIdentityOptions},
+    };
     return kVerbs;
 }
 

@@ -7,13 +7,13 @@
 #include "frame/runner.h"
 #include "platform/flash.h"
 #include "platform/wlmap.h"
+#include "support/mac.h"
 #include "support/text.h"
 
 using namespace platform;
 
 namespace {
 
-constexpr size_t kMacSize = 6;
 constexpr size_t kMacTextSize = 18;
 constexpr uint8_t kFallback[kMacSize] = {0x00, 0x9F, 0x33, 0x00, 0x11, 0x20};
 constexpr uint8_t kSecondRadioOffset = 2;  // in its calibration data, not as reported below
@@ -58,7 +58,7 @@ int get_hwaddr_flash(const char* ifname, char* text) {
     uint8_t mac[8] = {};
     get_hwaddr_flash_raw(ifname, mac);
     Text out({text, kMacTextSize});
-    for (size_t i = 0; i < kMacSize; ++i) out.put(i == 0 ? "" : ":").put_hex(mac[i], 2);
+    for (int i = 0; i < kMacSize; ++i) out.put(i == 0 ? "" : ":").put_hex(mac[i], 2);
     return 1;
 }
 
@@ -66,7 +66,7 @@ int set_hwaddr_flash_raw(const uint8_t mac[6]) {
     if (mac == nullptr) return 1;
 
     TextBuffer<128> text;
-    for (size_t i = 0; i < kMacSize; ++i) text.put(i == 0 ? "" : ":").put_hex_lower(mac[i], 2);
+    for (int i = 0; i < kMacSize; ++i) text.put(i == 0 ? "" : ":").put_hex_lower(mac[i], 2);
     set_uboot_env("ethaddr", text.view());
     mt762x_update_wl_eeprom(mac);
     return 1;

@@ -11,8 +11,6 @@ using namespace platform;
 
 namespace {
 
-constexpr int32_t kNoPin = -1;
-
 constinit int32_t reset_button_pin = kNoPin;
 constinit int32_t wps_button_pin = kNoPin;
 

@@ -11,8 +11,6 @@ using namespace platform;
 
 namespace {
 
-constexpr int32_t kNoPin = -1;
-
 int turn_led_if_fitted(int32_t pin, int on) {
     return pin != kNoPin ? turn_led(pin, on) : -1;
 }

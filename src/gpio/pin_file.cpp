@@ -12,8 +12,8 @@
 namespace platform {
 namespace {
 
-constexpr const char* kPath = "/sys/devices/platform/10005000.pinctrl/mt_gpio";
-constexpr int kHeaderLines = 2;
+constexpr const char* kPinFile = "/sys/devices/platform/10005000.pinctrl/mt_gpio";
+constexpr int kTitleLines = 2;
 
 bool begins_with_number(std::string_view text) {
     if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
@@ -75,15 +75,15 @@ bool parse_pin_line(std::string_view line, PinState& state) {
 int gpio_write_cmd(const char* word, int pin, int value) {
     TextBuffer<32> command;
     command.put(word).put(' ').put_decimal(pin).put(' ').put_decimal(value);
-    return write_file(kPath, command.c_str());
+    return write_file(kPinFile, command.c_str());
 }
 
 int gpio_read_pin(int pin, PinState& state) {
-    File file(open_for_reading(kPath));
+    File file(open_for_reading(kPinFile));
     if (!file.ok()) return -1;
 
     PinLines lines(file);
-    for (int i = 0; i < kHeaderLines; ++i) lines.next();
+    for (int i = 0; i < kTitleLines; ++i) lines.next();
     PinState read;
     while (const auto line = lines.next()) {
         if (!parse_pin_line(*line, read) || read.pin() != pin) continue;

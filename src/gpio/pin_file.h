@@ -15,6 +15,8 @@ struct PinState {
     int32_t input_level() const { return numbers[4]; }
 };
 
+inline constexpr int32_t kNoPin = -1;  // of a part that the board does not have
+
 // Reads "pin: n n n n n n n n n ..."; false, with the state untouched, for any other line.
 bool parse_pin_line(std::string_view line, PinState& state);
 

@@ -3,9 +3,9 @@
 
 #include <stdint.h>
 
-namespace platform {
+#include "support/mac.h"
 
-inline constexpr int kMacSize = 6;
+namespace platform {
 
 // Six bytes of a text "00:1a:2B:3c:4D:5e" or with "-", or of six raw bytes. A text is known by a
 // separator among its first six characters; fields that it lacks, and all from the first that is no

@@ -41,7 +41,7 @@ const Advertised& advertised(std::string_view speed, std::string_view duplex) {
 }
 
 // Each access has the control socket to itself.
-uint32_t read_register(uint32_t offset) {
+uint32_t read_alone(uint32_t offset) {
     uint32_t value = 0;
     switch_ioctl_init();
     reg_read(offset, &value);
@@ -49,7 +49,7 @@ uint32_t read_register(uint32_t offset) {
     return value;
 }
 
-void write_register(uint32_t offset, uint32_t value) {
+void write_alone(uint32_t offset, uint32_t value) {
     switch_ioctl_init();
     reg_write(offset, value);
     switch_ioctl_fini();
@@ -57,8 +57,8 @@ void write_register(uint32_t offset, uint32_t value) {
 
 void enable_mac(int port, bool enable) {
     const uint32_t offset = 0x3000 + static_cast<uint32_t>(port) * 0x100;
-    const uint32_t control = read_register(offset);
-    write_register(offset, enable ? control & ~kMacForced : control | kMacForced);
+    const uint32_t control = read_alone(offset);
+    write_alone(offset, enable ? control & ~kMacForced : control | kMacForced);
 }
 
 // A PHY register's new value comes from a fresh reading of it.

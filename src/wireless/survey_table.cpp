@@ -18,12 +18,12 @@ constexpr size_t kBssidColumn = 37;
 // The name column ends so far after the start of the element's last hexadecimal column.
 constexpr size_t kNameEnd = 29;
 
-struct Word {
+struct ColumnWord {
     std::string_view text;
     int32_t code;
 };
 
-constexpr Word kAuthWords[] = {
+constexpr ColumnWord kAuthColumn[] = {
     {"WPA",            WIRELESS_AUTH_WPA          },
     {"WPAPSK",         WIRELESS_AUTH_WPAPSK       },
     {"WPANONE",        7                          },
@@ -36,7 +36,7 @@ constexpr Word kAuthWords[] = {
     {"WEP",            WIRELESS_AUTH_SHARED       },
 };
 
-constexpr Word kCipherWords[] = {
+constexpr ColumnWord kCipherColumn[] = {
     {"TKIP",    WIRELESS_CIPHER_TKIP   },
     {"AES",     WIRELESS_CIPHER_AES    },
     {"TKIPAES", WIRELESS_CIPHER_TKIPAES},
@@ -44,8 +44,8 @@ constexpr Word kCipherWords[] = {
     {"WEP",     WIRELESS_CIPHER_WEP    },
 };
 
-int32_t code_of(std::span<const Word> words, std::string_view text, int32_t otherwise) {
-    for (const Word& row : words)
+int32_t code_of(std::span<const ColumnWord> words, std::string_view text, int32_t otherwise) {
+    for (const ColumnWord& row : words)
         if (row.text == text) return row.code;
     return otherwise;
 }
@@ -85,8 +85,8 @@ void put_security(std::string_view token, ap_entry& entry) {
     std::string_view auth(token.data(), slash);
     if (has_prefix(auth, kFastTransition)) auth.remove_prefix(kFastTransition.size());
     token.remove_prefix(slash + 1);
-    entry.auth_mode = code_of(kAuthWords, auth, WIRELESS_AUTH_OPEN);
-    entry.encryption = code_of(kCipherWords, token, WIRELESS_CIPHER_NONE);
+    entry.auth_mode = code_of(kAuthColumn, auth, WIRELESS_AUTH_OPEN);
+    entry.encryption = code_of(kCipherColumn, token, WIRELESS_CIPHER_NONE);
 }
 
 // "80(-55)": figure and dBm.

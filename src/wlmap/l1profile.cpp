@@ -9,13 +9,13 @@
 namespace platform {
 namespace {
 
-constexpr const char* kPath = "/etc/wireless/l1profile.dat";
+constexpr const char* kIndexFile = "/etc/wireless/l1profile.dat";
 constexpr size_t kLineSize = 256;  // a longer line reads as several
 
 }  // namespace
 
 bool l1profile_get(std::string_view key, std::span<char> value) {
-    File file(open_for_reading(kPath));
+    File file(open_for_reading(kIndexFile));
     if (!file.ok()) {
         print_out("ERROR: L1PROFILE not found\n");
         syslog_msg(1, "ERROR: L1PROFILE not found\n");
@@ -36,7 +36,7 @@ int l1profile_get_index_value(int32_t radio, std::string_view name, char* value)
     Text prefix(key);
     prefix.put("INDEX").put_decimal(radio).put('_');
     copy_text(std::span(key).subspan(prefix.size()), name);
-    return genconfig_get_value_direct(kPath, key, value);
+    return genconfig_get_value_direct(kIndexFile, key, value);
 }
 
 }  // namespace platform

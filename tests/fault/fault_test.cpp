@@ -56,8 +56,7 @@ protected:
             istatus_set_value_direct(key, "3");
         write("/tmp/other", "");
         write("/var/run/other", "");
-        write("/sys/devices/platform/10005000.pinctrl/mt_gpio",
-              "one\ntwo\n62:0 0 0 0 0 0 0 0 0\n63:0 0 0 0 0 0 0 0 0\n");
+        write(harness::kPinPath, "one\ntwo\n62:0 0 0 0 0 0 0 0 0\n63:0 0 0 0 0 0 0 0 0\n");
         for (const char* path : harness::kProfilePath) write(path, "Default\n");
         std::ranges::fill(output_, '#');
         clear_journal();

@@ -12,14 +12,13 @@
 
 namespace {
 
+using harness::kPinPath;
 using harness::Lines;
-
-constexpr const char* kPins = "/sys/devices/platform/10005000.pinctrl/mt_gpio";
 
 class Pins : public harness::Board {
 protected:
-    Pins() { write(kPins, ""); }
-    void list(const std::string& lines) { write(kPins, "pin file\nPIN: MODE DIR\n" + lines); }
+    Pins() { write(kPinPath, ""); }
+    void list(const std::string& lines) { write(kPinPath, "pin file\nPIN: MODE DIR\n" + lines); }
 };
 
 // The board's buttons are on pins 62 and 63; 1 is released.
@@ -96,9 +95,9 @@ TEST_F(Buttons, TheFirstWholeLineOfThePinCounts) {
         list(lines);
         EXPECT_EQ(1, pushed_reset_button()) << lines;
     }
-    write(kPins, pressed + pressed);
+    write(kPinPath, pressed + pressed);
     EXPECT_EQ(0, pushed_reset_button());
-    remove(kPins);
+    remove(kPinPath);
     EXPECT_EQ(0, pushed_reset_button());
     EXPECT_EQ(0, check_default_button(0, 0));
 }
@@ -163,7 +162,7 @@ TEST_F(Pins, OfLedsAndTheWpsButtonBecomeGpios) {
     static Lines* lines;
     lines = &written;
     int (*const record)(const char*, const char*) = [](const char* path, const char* text) {
-        lines->push_back(path == std::string(kPins) ? text : path);
+        lines->push_back(path == std::string(kPinPath) ? text : path);
         return -1;
     };
     const harness::LibraryHook hook("write_file", record);

@@ -10,9 +10,9 @@
 
 namespace {
 
+using harness::kPinPath;
 using harness::Lines;
 
-constexpr const char* kPins = "/sys/devices/platform/10005000.pinctrl/mt_gpio";
 const Lines kPortsOn = {"$2 switch reg w 7c10 11111111", "$2 switch reg w 7c14 11110110",
                         "$2 switch reg w 7c18 00000111"};
 const Lines kPortsOff = {"$2 switch reg w 7c10 11011111", "$2 switch reg w 7c14 10110000",
@@ -23,7 +23,7 @@ protected:
     Leds() {
         written.clear();
         int (*const record)(const char*, const char*) = [](const char* path, const char* text) {
-            written.push_back(path == std::string(kPins) ? text : path);
+            written.push_back(path == std::string(kPinPath) ? text : path);
             return 3;
         };
         hook_ = std::make_unique<harness::LibraryHook>("write_file", record);

@@ -1,7 +1,7 @@
 #include "support/board.h"
 
 #include <fcntl.h>
-#include <net/if.h>
+#include <linux/if.h>
 #include <sys/ioctl.h>
 #include <sys/mman.h>
 #include <unistd.h>

@@ -44,6 +44,7 @@ extern const char* const kL1Profile;
 inline constexpr const char* kL1ProfilePath = "/etc/wireless/l1profile.dat";
 inline constexpr const char* kProfilePath[] = {"/etc/wireless/radio0.dat",
                                                "/etc/wireless/radio1.dat"};
+inline constexpr const char* kPinPath = "/sys/devices/platform/10005000.pinctrl/mt_gpio";
 
 // What a command answers: the runner's result (system: a wait status, system2: an exit status) and
 // what popen's caller reads.

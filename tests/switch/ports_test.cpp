@@ -61,16 +61,16 @@ TEST_F(Ports, CountersAreReadInOrderAndBytesOfOthersStay) {
         expected.push_back("reg " + harness::hexadecimal(0x4400 + offset));
     }
     expected.push_back("close");
-    constexpr uint64_t kBase = 0xF0000000;
+    constexpr uint64_t kStep = 0xF0000000;
     constexpr uint64_t kUntouched = 0x2323232323232323;
     std::array<uint64_t, 18> record;
     record.fill(kUntouched);
     EXPECT_EQ(0, get_eport_stat(kWan, reinterpret_cast<port_counters*>(record.data())));
     EXPECT_EQ(
-        (std::array<uint64_t, 18>{3 * kBase + 6, (kBase + 6) << 32 | (kBase + 7), kBase + 3,
-                                  kBase + 2, 0, kBase + 5, kBase + 4, 0, kUntouched, 3 * kBase + 27,
-                                  (kBase + 12) << 32 | (kBase + 13), kBase + 10, kBase + 9,
-                                  kBase + 11, kUntouched, kUntouched, kUntouched, kUntouched}),
+        (std::array<uint64_t, 18>{3 * kStep + 6, (kStep + 6) << 32 | (kStep + 7), kStep + 3,
+                                  kStep + 2, 0, kStep + 5, kStep + 4, 0, kUntouched, 3 * kStep + 27,
+                                  (kStep + 12) << 32 | (kStep + 13), kStep + 10, kStep + 9,
+                                  kStep + 11, kUntouched, kUntouched, kUntouched, kUntouched}),
         record);
     EXPECT_EQ(under_lock(expected), journal());
 }

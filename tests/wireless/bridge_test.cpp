@@ -19,7 +19,7 @@ const std::string kBridged = "ifup apcli0\n$2 /sbin/brctl addif br0 apcli0\n";
 const std::string kDelete = "$2 " + rule("D", "wwan0") + '\n';
 const std::string kClear =
     "set_ifconfig wwan0 0.0.0.0 255.255.255.0\n$2 /usr/bin/killall dhclient\nstop_wan wan1\n";
-const std::string kWan = "ifup apcli0\n" + kDelete + "$2 " + rule("A", "wwan0") + '\n' + kClear;
+const std::string kWanUp = "ifup apcli0\n" + kDelete + "$2 " + rule("A", "wwan0") + '\n' + kClear;
 const std::string kNetwork = "apply_network_configuration\n";
 constexpr const char* kStarted = "StartUp WWAN : wwan0\n";
 constexpr const char* kCleaned = "Cleanup WWAN : wwan0\n";
@@ -45,10 +45,10 @@ TEST_F(Bridge, TakesWhatIsOn) {
         {0,  0,  "static",  0, kDelete + kClear,            kCleaned},
         {-1, 0,  "static",  0, kBridged + kDelete + kClear, kCleaned},
         {0,  1,  "static",  1, kDelete,                     ""      },
-        {1,  1,  "dhcp",    1, kWan,                        kStarted},
-        {1,  -1, "",        0, kWan,                        kStarted},
-        {1,  1,  "static",  1, kWan + kNetwork,             kStarted},
-        {1,  1,  "static2", 1, kWan,                        kStarted},
+        {1,  1,  "dhcp",    1, kWanUp,                      kStarted},
+        {1,  -1, "",        0, kWanUp,                      kStarted},
+        {1,  1,  "static",  1, kWanUp + kNetwork,           kStarted},
+        {1,  1,  "static2", 1, kWanUp,                      kStarted},
     };
     for (const auto& [client, client_as_wan, wan_type, deleted, journal, message] : kRows) {
         SCOPED_TRACE(testing::Message() << client << client_as_wan << wan_type << deleted);

@@ -8,9 +8,8 @@
 
 namespace {
 
+using harness::kPinPath;
 using harness::rows;
-
-constexpr const char* kPins = "/sys/devices/platform/10005000.pinctrl/mt_gpio";
 
 class Services : public harness::Driver {};
 
@@ -59,14 +58,14 @@ TEST_F(Services, RestartBandSteeringWhereItRuns) {
 TEST_F(Services, LightTheLedOfARadio) {
     for (const auto& [ifname, on, pin, level] :
          rows<std::string, int, std::string, std::string>("ra0 1 21 0  ra1 0 21 1  rai0 -9 22 0")) {
-        write(kPins, "");
+        write(kPinPath, "");
         EXPECT_EQ(0, platform_wireless_set_led(ifname.c_str(), on));
-        EXPECT_EQ("out " + pin + ' ' + level, read(kPins));
+        EXPECT_EQ("out " + pin + ' ' + level, read(kPinPath));
     }
-    write(kPins, "");
+    write(kPinPath, "");
     host().radios[0].led_gpio = -1;
     EXPECT_EQ(0, platform_wireless_set_led("ra0", 1));
-    EXPECT_EQ("", read(kPins));
+    EXPECT_EQ("", read(kPinPath));
 }
 
 TEST_F(Services, PutTheVendorElementIntoTheBeacons) {
