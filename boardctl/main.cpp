@@ -12,6 +12,7 @@
 
 #include "boardctl/command_line.h"
 #include "boardctl/output.h"
+#include "boardctl/parts.h"
 #include "boardctl/system.h"
 #include "boardctl/text.h"
 #include "boardctl/virtual_board.h"
@@ -32,19 +33,10 @@ std::vector<const Verb*> all_verbs() {
     return verbs;
 }
 
-// Beside the installed program, else where it was built.
-std::string library_path(const char* name, const char* built) {
-    std::error_code missing;
-    const fs::path program = fs::read_symlink("/proc/self/exe", missing).parent_path();
-    for (const char* const folder : {".", "../lib", "../lib/mt7622-platform"})
-        if (const fs::path path = program / folder / name; fs::exists(path)) return path;
-    return built;
-}
-
 Library load_libraries(const Request& request) {
     if (!request.is_virtual()) return Library(request.host_library, request.platform_library);
-    return Library(library_path("libboardhost.so", BOARD_HOST),
-                   library_path("libplatform.so", BOARD_PLATFORM));
+    const Parts parts = find_parts();
+    return Library(parts.host_library, parts.platform_library);
 }
 
 // Ctrl-C and a closed pipe end the work on the board; this process stays to tell its status.
@@ -90,8 +82,9 @@ public:
 
 private:
     int run_on_virtual_board() {
-        const VirtualBoard board(request_.board.empty() ? VirtualBoard::usual_place()
-                                                        : fs::path(request_.board));
+        const VirtualBoard board(
+            request_.board.empty() ? VirtualBoard::usual_place() : fs::path(request_.board),
+            find_parts().tree);
         if (request_.verb->group == std::string("start")) {
             const bool is_erased = request_.arguments.has("--erased");
             if (is_erased || request_.arguments.has("--fresh")) board.remake(is_erased);

@@ -8,7 +8,6 @@
 #include "boardctl/errors.h"
 #include "host/entry.h"
 #include "tree/enter.h"
-#include "tree/make_tree.h"
 
 namespace boardctl {
 namespace {
@@ -22,24 +21,24 @@ void lock(const fs::path& directory) {
         throw Missing("cannot use the board in " + directory.string());
 }
 
-// A folder that holds anything else than a board is left alone.
-void make(const fs::path& directory, board::FactoryData factory) {
-    if (board::is_tree(directory))
-        for (const auto& entry : fs::directory_iterator(directory)) fs::remove_all(entry.path());
-    if (!fs::is_empty(directory)) throw Missing(directory.string() + " holds no board");
-    board::make_tree(directory, factory);
-}
-
 }  // namespace
 
-VirtualBoard::VirtualBoard(const fs::path& directory) : directory_(fs::absolute(directory)) {
+VirtualBoard::VirtualBoard(const fs::path& directory, const board::TreeParts& parts)
+    : directory_(fs::absolute(directory)), parts_(parts) {
     try {
         fs::create_directories(directory_);
         lock(directory_);
-        if (!board::is_tree(directory_)) make(directory_, board::FactoryData::good);
+        if (!board::is_tree(directory_)) make(board::FactoryData::good);
     } catch (const fs::filesystem_error& error) {
         throw Missing(error.what());
     }
+}
+
+void VirtualBoard::make(board::FactoryData factory) const {
+    if (board::is_tree(directory_))
+        for (const auto& entry : fs::directory_iterator(directory_)) fs::remove_all(entry.path());
+    if (!fs::is_empty(directory_)) throw Missing(directory_.string() + " holds no board");
+    board::make_tree(directory_, parts_, factory);
 }
 
 void VirtualBoard::power_on() const {
@@ -47,7 +46,7 @@ void VirtualBoard::power_on() const {
 }
 
 void VirtualBoard::remake(bool erased_factory) const {
-    make(directory_, erased_factory ? board::FactoryData::erased : board::FactoryData::good);
+    make(erased_factory ? board::FactoryData::erased : board::FactoryData::good);
 }
 
 int VirtualBoard::enter(const std::function<int()>& work) const {

@@ -6,13 +6,14 @@
 #include <string>
 
 #include "boardctl/library.h"
+#include "tree/make_tree.h"
 
 namespace boardctl {
 
 class VirtualBoard {
 public:
     // Made when it is not there yet. Only one call at a time works on a board; others wait.
-    explicit VirtualBoard(const std::filesystem::path& directory);
+    VirtualBoard(const std::filesystem::path& directory, const board::TreeParts& parts);
 
     void power_on() const;
     void remake(bool erased_factory) const;  // as it leaves the factory, or before that
@@ -27,7 +28,11 @@ public:
     static std::filesystem::path usual_place();
 
 private:
+    // A folder that holds anything else than a board is left alone.
+    void make(board::FactoryData factory) const;
+
     std::filesystem::path directory_;
+    board::TreeParts parts_;
 };
 
 inline constexpr const char* kBoardConfiguration = "/etc/board.conf";

@@ -1,5 +1,4 @@
 # What an image or an SDK takes from the build; DESTDIR names its tree.
-include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/platform)
@@ -26,6 +25,11 @@ install(FILES docs/platform.3 DESTINATION ${CMAKE_INSTALL_MANDIR}/man3)
 
 if(TARGET boardctl)
   install(TARGETS boardctl RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  # What it makes virtual boards of.
+  install(TARGETS boardhost board-tool
+          LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/${PROJECT_NAME}
+          RUNTIME DESTINATION ${CMAKE_INSTALL_LIBDIR}/${PROJECT_NAME})
+  install(DIRECTORY board/root/ DESTINATION ${share_dir}/board)
   install(FILES docs/boardctl.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
   install(FILES boardctl/boardctl.bash
           DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME boardctl)

@@ -127,19 +127,19 @@ void install_shell(const fs::path& directory) {
     for (const fs::path& library : libraries_of("/bin/sh")) copy_in(library, directory);
 }
 
-void install_tools(const fs::path& directory) {
-    fs::copy_file(BOARD_TOOL, directory / fs::path(kToolPath).relative_path());
+void install_tools(const fs::path& tool, const fs::path& directory) {
+    fs::copy_file(tool, directory / fs::path(kToolPath).relative_path());
     for (const char* name : kToolNames) fs::create_symlink(kToolPath, directory / name);
 }
 
 }  // namespace
 
-void make_tree(const fs::path& directory, FactoryData factory) {
+void make_tree(const fs::path& directory, const TreeParts& parts, FactoryData factory) {
     fs::create_directories(directory);
-    fs::copy(BOARD_ROOT, directory, fs::copy_options::recursive);
+    fs::copy(parts.image, directory, fs::copy_options::recursive);
     for (const char* name : kDirectories) fs::create_directories(directory / name);
     install_shell(directory);
-    install_tools(directory);
+    install_tools(parts.tool, directory);
 
     const RootScope scope(directory);
     require(write_text("/dev/null", ""), "write /dev/null");

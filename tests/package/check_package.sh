@@ -64,6 +64,12 @@ host_by_pkg_config "$stage"
 step the installed tree, by CMake
 host_by_cmake
 
+step the installed tool, on a board of its own
+if grep -qF "$build" "$stage/usr/bin/boardctl"; then fail 'boardctl knows where it was built'; fi
+status=0
+"$stage/usr/bin/boardctl" start --board "$scratch/board" >"$scratch/start" || status=$?
+[ $status -eq 0 ] || [ $status -eq 77 ] || fail "boardctl start: status $status"
+
 step the Debian package
 cpack --config "$build/CPackConfig.cmake" -B "$scratch/deb" >"$scratch/cpack" 2>&1 ||
     { cat "$scratch/cpack"; exit 1; }
