@@ -159,6 +159,21 @@ TEST_F(RepeaterLink, IsUpWithOrWithoutStatistics) {
     expect_link(1, up);
 }
 
+TEST_F(RepeaterLink, IsAskedForItsSsidThenItsChannelThenItsAccessPoint) {
+    static std::string asked;
+    asked.clear();
+    const harness::LibraryHook essid(
+        "iwconfig_client_get_essid",
+        +[](const char*, char* text) { return *text = 'x', asked += "essid ", 0; });
+    const harness::LibraryHook channel(
+        "iwconfig_client_get_channel",
+        +[](const char*, channel_spec*) { return asked += "channel ", 0; });
+    const harness::LibraryHook ap(
+        "iwconfig_client_get_ap_mac", +[](const char*, char*) { return asked += "ap", 0; });
+    EXPECT_EQ(0, wireless_api_get_mbridge_status("apclii0", &entry));
+    EXPECT_EQ("essid channel ap", asked);
+}
+
 TEST_F(RepeaterLink, IsDownWithoutAnAccessPoint) {
     char ssid[64];
     EXPECT_EQ(0, wireless_api_get_ssid("apclii0", ssid));
