@@ -32,14 +32,20 @@ using Facts = std::map<std::string, std::string>;
 
 enum Outcome { kOld, kMixed, kTorn, kNew };
 
+std::string_view find_fact(const Facts& facts, const std::string& key) {
+    const auto fact = facts.find(key);
+    return fact == facts.end() ? std::string_view() : fact->second;
+}
+
 // Torn: a piece is neither what it was nor what it was to be.
-Outcome judge(Facts before, Facts now, Facts whole) {
+Outcome judge(const Facts& before, const Facts& now, const Facts& whole) {
     if (now == whole) return kNew;
     if (now == before) return kOld;
-    Facts all = before;
-    for (const Facts& more : {now, whole}) all.insert(more.begin(), more.end());
-    for (const auto& [key, value] : all)
-        if (now[key] != before[key] && now[key] != whole[key]) return kTorn;
+    for (const Facts* facts : {&before, &now, &whole})
+        for (const auto& [key, value] : *facts) {
+            const std::string_view found = find_fact(now, key);
+            if (found != find_fact(before, key) && found != find_fact(whole, key)) return kTorn;
+        }
     return kMixed;
 }
 
