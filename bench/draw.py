@@ -1,7 +1,11 @@
 #!/usr/bin/python3
-"""Draws how the cost of each hot path grows. usage: draw.py RESULTS PICTURE"""
+"""Draws how the cost of each hot path grows, and renews the page's table.
+
+usage: draw.py RESULTS PICTURE PAGE
+"""
 
 import json
+import re
 import sys
 
 import matplotlib
@@ -51,7 +55,45 @@ def draw_ratios(axes, paths):
     axes.margins(x=0.15)
 
 
-def main(results_file, picture):
+def duration(microseconds):
+    """With its unit, three digits of it."""
+    for unit, factor in (("s", 1e6), ("ms", 1e3)):
+        if microseconds >= factor:
+            return f"{microseconds / factor:.3g} {unit}"
+    return f"{microseconds:.3g} µs"
+
+
+def span(rows, key, form):
+    """From the smallest size to the full one; of what has one size, its value."""
+    ends = [rows[0], rows[-1]] if len(rows) > 1 else rows
+    return " → ".join(form(row[key]) for row in ends if key in row)
+
+
+def table_row(path, rows):
+    first, last = rows[0], rows[-1]
+    sizes, each = f"one {first['unit']}", ""
+    if len(rows) > 1:
+        sizes = f"{first['size']} to {last['size']} {first['unit']}"
+        more = (last["library_us"] - first["library_us"]) / (last["size"] - first["size"])
+        each = duration(more)
+    return (f"| {path} | {sizes} | {span(rows, 'library_us', duration)} | {each} | "
+            f"{span(rows, 'library_per_limit', '{:.1f}'.format)} | "
+            f"{span(rows, 'shell_per_library', '{:.0f}'.format)} |\n")
+
+
+def renew_table(page, paths):
+    with open(page, encoding="utf-8") as file:
+        text = file.read()
+    table = "".join(table_row(path, rows) for path, rows in paths.items())
+    text, count = re.subn(r"(?<=\n\|---\|---\|---\|---\|---\|---\|\n)(\|.*\n)+",
+                          lambda _: table, text)
+    if count != 1:
+        sys.exit(f"{page}: where is the table?")
+    with open(page, "w", encoding="utf-8") as file:
+        file.write(text)
+
+
+def main(results_file, picture, page):
     matplotlib.rcParams["svg.fonttype"] = "none"
     matplotlib.rcParams["svg.hashsalt"] = "performance"
     with open(results_file, encoding="utf-8") as file:
@@ -66,6 +108,7 @@ def main(results_file, picture):
     draw_ratios(places[-1], paths)
     figure.tight_layout()
     figure.savefig(picture, metadata={"Date": None})
+    renew_table(page, paths)
 
 
 if __name__ == "__main__":
