@@ -84,11 +84,12 @@ int wireless_set_led(const char* ifname, int led_state) {
     return 0;
 }
 
-int get_band_steering_running(int) {
-    return state().band_steering;
+int get_band_steering_running(int group) {
+    return group == 0 ? state().band_steering : 0;
 }
 
-int update_wl_conf_from_band_steering(wireless_conf* record, int) {
+int update_wl_conf_from_band_steering(wireless_conf* record, int group) {
+    if (group != 0) return -1;
     sf_strncpy(record->ssid, state().band_steering_ssid.c_str(), sizeof record->ssid);
     return 0;
 }

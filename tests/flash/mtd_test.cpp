@@ -69,6 +69,23 @@ TEST_F(Mtd, ReadsFromAnOffsetAndCountsWhatThereWas) {
     EXPECT_EQ("EF234567####", buffer);
 }
 
+// A device of flash refuses to go past its end; a file does not.
+TEST_F(Mtd, PastTheEndOfTheDeviceThereIsNothingToRead) {
+    static int refusal;
+    const harness::LibraryHook seek(
+        "lseek", +[](int, off_t, int) { return errno = refusal, off_t{-1}; });
+    char byte = '#';
+    for (const int error : {EINVAL, EIO}) {
+        refusal = error;
+        const int count = error == EINVAL ? 0 : -1;
+        EXPECT_EQ(count, read_config(&byte, 32, 1));
+        EXPECT_EQ(
+            "mtd_readbuf error Config:offset:00000020, n=" + std::to_string(count) + ",len=1\n",
+            err());
+    }
+    EXPECT_EQ('#', byte);
+}
+
 TEST_F(Mtd, ReadsNothingWithoutADevice) {
     std::string buffer(4, '#');
     EXPECT_EQ(-1, mtd_readbuf(buffer.data(), 0, 4, "Config2"));
