@@ -13,7 +13,11 @@ using namespace std::string_literals;
 
 constexpr const char* kImage = "/etc_ro/wlan/MT7615_EEPROM.bin";
 constexpr const char* kDriverFile = "/lib/firmware/radio0.bin";
-constexpr const char* kNoFactory = "Could not open mtd device: Factory\n";
+constexpr const char* kInstalled = "out Install Completed: /etc_ro/wlan/MT7615_EEPROM.bin";
+constexpr const char* kNoFactory = "err Could not open mtd device: Factory";
+constexpr const char* kNoImage = "out EEPROM source file not found: /etc_ro/wlan/MT7615_EEPROM.bin";
+constexpr const char* kNoTable = "err find_mtd_size Unable to open /proc/mtd";
+constexpr const char* kTool = "$> /sbin/mtd write - Factory";
 constexpr size_t kSize = 0x10000;
 
 class Eeprom : public harness::Board {
@@ -38,17 +42,17 @@ protected:
     void expect_installed(const std::string& image, const std::string& written) {
         write(kImage, image);
         EXPECT_EQ(0, install_eeprom(nullptr));
-        EXPECT_EQ("Install Completed: /etc_ro/wlan/MT7615_EEPROM.bin\n", out());
-        EXPECT_EQ(Lines{"$> /sbin/mtd write - Factory"}, journal());
+        EXPECT_EQ((Lines{kTool, kInstalled}), journal());
         EXPECT_TRUE(inputs() == Lines{written});  // too long to be printed
         clear_journal();
     }
 
-    void expect_refused(const std::string& image) {
+    void expect_refused(const std::string& image, Lines messages = {}) {
         write(kImage, image);
         EXPECT_EQ(-1, install_eeprom(nullptr));
-        EXPECT_EQ("Invalid EEPROM file size: /etc_ro/wlan/MT7615_EEPROM.bin\n", out());
-        EXPECT_EQ(Lines{}, journal());
+        messages.push_back("out Invalid EEPROM file size: /etc_ro/wlan/MT7615_EEPROM.bin");
+        EXPECT_EQ(messages, journal());
+        clear_journal();
     }
 
     const std::string flash_ = with_head(std::string(kSize, '\x15'), 0x8000, "\x17\x15\x01");
@@ -81,10 +85,10 @@ TEST_F(Eeprom, OffsetsAreHexadecimalWithOrWithoutPrefix) {
 TEST_F(Eeprom, IsNotSoundWhereItCannotBeRead) {
     remove("/dev/mtd3");
     EXPECT_EQ(-1, check_eeprom());
-    EXPECT_EQ(kNoFactory, err());
     write("/dev/mtd3", flash_.substr(0, 0x8000));
     EXPECT_EQ(-1, check_eeprom());
-    EXPECT_EQ("mtd_readbuf error Factory:offset:00008000, n=0,len=4\n", err());
+    const char* const too_short = "err mtd_readbuf error Factory:offset:00008000, n=0,len=4";
+    EXPECT_EQ((Lines{kNoFactory, too_short}), journal());
 }
 
 TEST_F(Eeprom, InstallsAnImageAndKeepsWhatIsBehindAShorterOne) {
@@ -92,7 +96,7 @@ TEST_F(Eeprom, InstallsAnImageAndKeepsWhatIsBehindAShorterOne) {
     expect_installed(image_.substr(0, 0x8400), image_.substr(0, 0x8400) + flash_.substr(0x8400));
     write("/tmp/own.bin", image_);
     EXPECT_EQ(0, install_eeprom("/tmp/own.bin"));
-    EXPECT_EQ("Install Completed: /tmp/own.bin\n", out());
+    EXPECT_EQ((Lines{kTool, "out Install Completed: /tmp/own.bin"}), journal());
     EXPECT_TRUE(inputs() == Lines{image_});
 }
 
@@ -111,17 +115,15 @@ TEST_F(Eeprom, RefusesAnImageThatWouldSpoilTheFlash) {
         expect_refused(image);
     remove(kImage);
     EXPECT_EQ(-1, install_eeprom(nullptr));
-    EXPECT_EQ("EEPROM source file not found: /etc_ro/wlan/MT7615_EEPROM.bin\n", out());
+    EXPECT_EQ(Lines{kNoImage}, journal());
 }
 
 TEST_F(Eeprom, WithoutAReadablePartitionOnlyAWholeImageGoesIn) {
     remove("/dev/mtd3");
     expect_installed(image_, image_);
-    expect_refused(image_.substr(1));
-    EXPECT_EQ(kNoFactory, err());
+    expect_refused(image_.substr(1), {kNoFactory});
     remove("/proc/mtd");
-    expect_refused(image_);
-    EXPECT_EQ("find_mtd_size Unable to open /proc/mtd\n", err());
+    expect_refused(image_, {kNoTable});
 }
 
 TEST_F(Eeprom, TheDriverGetsTheFirst64KiBInAFileOfAPlainNameOfAtMost17Characters) {
@@ -148,12 +150,11 @@ TEST_F(Eeprom, TheDriversFileIsWholeOrNotThereAndStaysWithoutAPartition) {
     write(kDriverFile, "older");
     remove("/dev/mtd3");
     EXPECT_EQ(-1, extract_eeprom());
-    EXPECT_EQ(kNoFactory, err());
     EXPECT_EQ("older", read(kDriverFile));
     write("/dev/mtd3", flash_);
     remove("/lib/firmware");
     EXPECT_EQ(-1, extract_eeprom());
-    EXPECT_EQ("Can't open /lib/firmware/radio0.bin\n", out());
+    EXPECT_EQ((Lines{kNoFactory, "out Can't open /lib/firmware/radio0.bin"}), journal());
 }
 
 class PlatformStart : public harness::Board {
@@ -166,11 +167,14 @@ protected:
         write(kPins, "");
     }
 
-    // All modules' commands behind the lines, with the ls of those that failed.
-    static Lines inserting(Lines lines, const std::set<std::string>& failed = {}) {
+    // All modules' commands behind the lines, with what is found of those that failed.
+    static Lines inserting(Lines lines, const Lines& findings = {}) {
         for (const std::string name : module_list) {
             lines.push_back("$2 insmod " + name);
-            if (failed.contains(name)) lines.push_back("$2 ls " + name);
+            for (const std::string& finding : findings)
+                if (finding.starts_with(name + ' '))
+                    lines.insert(lines.end(), {"err insmod " + name + " ==> Failed",
+                                               "$2 ls " + name, "err " + finding});
         }
         return lines;
     }
@@ -187,9 +191,8 @@ TEST_F(PlatformStart, LoadsEveryModuleOnceInOrderAndInstallsTheDefaultImageOverE
     write("/dev/mtd3", std::string(0x9000, '\xFF'));
     clear_journal();
     EXPECT_EQ(0, init_mt7622());
-    EXPECT_EQ("Install Completed: /etc_ro/wlan/MT7615_EEPROM.bin\n", out());
     EXPECT_EQ(Lines{image_}, inputs());
-    EXPECT_EQ(inserting({"mkdir /tmp/eeprom 0744", "$> /sbin/mtd write - Factory"}), journal());
+    EXPECT_EQ(inserting({"mkdir /tmp/eeprom 0744", kTool, kInstalled}), journal());
 }
 
 TEST_F(PlatformStart, ReportsAModuleThatFailsAndLoadsTheNext) {
@@ -197,11 +200,8 @@ TEST_F(PlatformStart, ReportsAModuleThatFailsAndLoadsTheNext) {
     answer("insmod mt_whnat.ko", 1);
     answer("ls mt_whnat.ko", 2);
     EXPECT_EQ(0, init_mt7622());
-    EXPECT_EQ(
-        "insmod ecb.ko ==> Failed\necb.ko exist\n"
-        "insmod mt_whnat.ko ==> Failed\nmt_whnat.ko not exist\n",
-        err());
-    EXPECT_EQ(inserting({}, {"ecb.ko", "mt_whnat.ko"}), commands());
+    const Lines findings = {"ecb.ko exist", "mt_whnat.ko not exist"};
+    EXPECT_EQ(inserting({"mkdir /tmp/eeprom 0744"}, findings), journal());
 }
 
 TEST_F(PlatformStart, GoesOnWhenNothingIsInItsPlace) {
@@ -209,8 +209,7 @@ TEST_F(PlatformStart, GoesOnWhenNothingIsInItsPlace) {
         remove(path);
     fail_nth("mkdir", 1);
     EXPECT_EQ(0, init_mt7622());
-    EXPECT_EQ(inserting({}), commands());
-    EXPECT_NE("", out() + err());
+    EXPECT_EQ(inserting({kNoTable, kNoImage, kNoTable, kNoFactory}), journal());
 }
 
 TEST(ModuleList, Names105FilesOnce) {

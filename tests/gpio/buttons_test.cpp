@@ -2,13 +2,13 @@
 #include <unistd.h>
 
 #include <cstring>
-#include <sstream>
 
 #include "frame/host.h"
 #include "gpio/pin_file.h"
 #include "live/journal.h"
 #include "platform/gpio.h"
 #include "support/board.h"
+#include "support/rows.h"
 
 namespace {
 
@@ -103,38 +103,30 @@ TEST_F(Buttons, TheFirstWholeLineOfThePinCounts) {
 }
 
 TEST_F(Buttons, HoldsAreSampledWithPausesBetween) {
-    // Milliseconds between, samples wanted and held; the result, the pauses.
-    for (const char* row :
-         {"100 30 100 1 29", "100 30 4 0 4", "1000 2 2 1 1", "0 5 9 1 0", "-1 2 9 1 0",
-          "100 1 9 1 0", "100 0 9 1 0", "100 -3 9 1 0", "100 1 0 0 0"}) {
-        SCOPED_TRACE(row);
-        int interval, count, held, result, pauses;
-        std::istringstream(row) >> interval >> count >> held >> result >> pauses;
+    // Milliseconds between, samples wanted and held; the result, the samples told of.
+    for (const auto& [interval, count, held, result, told] : harness::rows<int, int, int, int, int>(
+             "100 30 100 1 29  100 30 4 0 4  1000 2 2 1 1  0 5 9 1 4  -1 2 9 1 1 "
+             "100 1 9 1 0  100 0 9 1 0  100 -3 9 1 0  100 1 0 0 0")) {
+        SCOPED_TRACE(testing::Message() << interval << ' ' << count << ' ' << held);
         clear_journal();
         hold(held);
         EXPECT_EQ(result, check_default_button(interval, count));
-        const std::string pause = "usleep " + std::to_string(interval * 1000);
-        EXPECT_EQ(Lines(static_cast<size_t>(pauses), pause), journal());
-        std::string messages;
-        for (int i = 1; i < count && i <= held; ++i)
-            messages += "Reset Pushed " + std::to_string(i) + '\n';
-        EXPECT_EQ(messages, out());
+        Lines expected;
+        for (int i = 1; i <= told; ++i) {
+            if (interval > 0) expected.push_back("usleep " + std::to_string(interval * 1000));
+            expected.push_back("out Reset Pushed " + std::to_string(i));
+        }
+        EXPECT_EQ(expected, journal());
     }
 }
 
 TEST_F(Buttons, TheWpsButtonNamesItselfAfterEachPause) {
-    static decltype(this) self;
-    static std::string told;
-    self = this;
-    told.clear();
-    const harness::LibraryHook pause(
-        "usleep",
-        +[](useconds_t length) { return told += self->out() + std::to_string(length) + ' ', 0; });
-    set(1, 0);
-    EXPECT_EQ(1, check_wps_button(7, 3));
-    EXPECT_EQ("7000 WPS Pushed 1\n7000 WPS Pushed 2\n", told + out());
     set(0, 1);
     EXPECT_EQ(0, check_wps_button(7, 3));
+    set(1, 0);
+    EXPECT_EQ(1, check_wps_button(7, 3));
+    EXPECT_EQ((Lines{"usleep 7000", "out WPS Pushed 1", "usleep 7000", "out WPS Pushed 2"}),
+              journal());
 }
 
 // The library keeps its pins for the life of a process, so this has one of its own.

@@ -21,9 +21,9 @@ inline void put_text(std::span<char> field, std::string_view text) {
     std::ranges::copy(text.substr(0, field.size()), field.begin());
 }
 
-// What an apply of the first radio prints, up to the power.
+// What an apply of the first radio reports, up to the power.
 inline const std::string kWritten =
-    "WL_MODE: 0 Profile Name : /etc/wireless/radio0.dat\nTx Power for Channel 3 -> ";
+    "err WL_MODE: 0 Profile Name : /etc/wireless/radio0.dat\nerr Tx Power for Channel 3 -> ";
 
 class SampleRadios : public Board {
 protected:
@@ -54,10 +54,11 @@ protected:
     static board::Radio& radio(int wl_mode) { return host().radios[static_cast<size_t>(wl_mode)]; }
     static wireless_conf& record(int wl_mode, size_t bss = 0) { return radio(wl_mode).bss[bss]; }
 
-    // Applies the stored records, which writes the radio's profile; the messages.
+    // Applies the stored records, which writes the radio's profile; what it reports.
     std::string apply(int wl_mode) {
+        clear_journal();
         EXPECT_EQ(0, platform_set_wireless(nullptr, radio(wl_mode).main_ifname.c_str()));
-        return err();
+        return journal_text("err ");
     }
 
     // "KEY=VALUE" is in the profile; "KEY" alone: it has no such key.
@@ -70,11 +71,10 @@ protected:
         }
     }
 
-    // The journal, or those of its lines that start so, as a golden file holds it.
-    std::string journal_text(std::string_view start = "") const {
+    // The journal, or its lines that start so, as a golden file holds it.
+    std::string journal_text(std::string_view start = "") {
         std::string text;
-        for (const std::string& line : journal())
-            if (line.starts_with(start)) text += line + '\n';
+        for (const std::string& line : journal(start)) text += line + '\n';
         return text;
     }
 };

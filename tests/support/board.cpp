@@ -58,18 +58,6 @@ const char* const kL1Profile =
     "INDEX1_main_ifname=rai0\nINDEX1_ext_ifname=rai\nINDEX1_apcli_ifname=apclii\n"
     "INDEX1_profile_path=/etc/wireless/radio1.dat\nINDEX1_EEPROM_offset=0x8000\n";
 
-Output::~Output() {
-    std::fclose(stream_);
-    std::free(text_);
-}
-
-std::string Output::take() {
-    std::fflush(stream_);
-    std::string text(text_, size_);
-    std::rewind(stream_);
-    return text;
-}
-
 // The library's way to the system, as it finds it on the board.
 struct Hooks {
     static int system(const char* command) {
@@ -196,9 +184,21 @@ struct Hooks {
     static int usleep(useconds_t microseconds) { return note("usleep", microseconds); }
     static int sleep(unsigned seconds) { return note("sleep", seconds); }
     static int kill(pid_t process, int signal) { return note("kill", process, signal); }
+
+    // Standard output or error: each print stands in the journal at once, behind the mark.
+    static FILE* open_stream(const char* mark) {
+        const auto print = [](void* cookie, const char* text, size_t size) {
+            current->note_text(static_cast<const char*>(cookie) + std::string(text, size));
+            return static_cast<ssize_t>(size);
+        };
+        FILE* const stream =
+            fopencookie(const_cast<char*>(mark), "w", {nullptr, print, nullptr, nullptr});
+        std::setvbuf(stream, nullptr, _IONBF, 0);
+        return stream;
+    }
 };
 
-Board::Board() {
+Board::Board() : out_(Hooks::open_stream("out ")), err_(Hooks::open_stream("err ")) {
     current = this;
     descriptors_ = open_descriptors();
     board::set_root(make_root());
@@ -211,8 +211,8 @@ Board::Board() {
     const auto divert = [this](const char* name, auto* replacement) {
         hooks_.push_back(std::make_unique<LibraryHook>(name, replacement));
     };
-    divert("stdout", out_.stream());
-    divert("stderr", err_.stream());
+    divert("stdout", &out_);
+    divert("stderr", &err_);
     divert("system2", Hooks::run_host<'2'>);
     divert("system3", Hooks::run_host<'3'>);
 #define HOOK(function) std::pair(#function, reinterpret_cast<void*>(Hooks::function))
@@ -227,6 +227,8 @@ Board::Board() {
 
 Board::~Board() {
     hooks_.clear();
+    std::fclose(out_);
+    std::fclose(err_);
     std::filesystem::remove_all(board::root());
     board::set_root({});
     current = nullptr;
@@ -250,19 +252,17 @@ void Board::expect_all_given_back() const {
     EXPECT_EQ(0, host().open_lists);
 }
 
-Lines Board::journal() const {
-    Lines lines = board::journal_lines();
-    for (std::string& line : lines) {
-        if (!line.starts_with('$')) continue;
-        const size_t number = line.find(' ') + 1;
-        line.replace(number, line.npos, command_texts_.at(std::stoul(line.substr(number))));
+Lines Board::journal(std::string_view start) {
+    Lines lines;
+    for (const std::string& line : board::journal_lines()) {
+        Noted of_host{line};
+        auto& [text, shown] =
+            line.starts_with("# ") ? noted_.at(std::stoul(line.substr(2))) : of_host;
+        if (text.empty() || !text.starts_with(start)) continue;  // empty: taken
+        shown = true;
+        const bool message = !text.starts_with('$') && text.ends_with('\n');
+        lines.push_back(text.substr(0, text.size() - (message ? 1 : 0)));
     }
-    return lines;
-}
-
-Lines Board::commands() const {
-    Lines lines = journal();
-    std::erase_if(lines, [](const std::string& line) { return !line.starts_with('$'); });
     return lines;
 }
 
@@ -283,10 +283,21 @@ void Board::remove(std::string_view path) {
     std::filesystem::remove_all(board::in_tree(path));
 }
 
-// A line of the journal holds no more than one line of text, so it holds the command's number.
-Answer Board::run(std::string_view mark, const std::string& command) {
-    board::journal({mark, std::to_string(command_texts_.size())});
-    command_texts_.push_back(command);
+// A line of the journal holds no more than one line of text, so it holds the number of ours.
+void Board::note_text(std::string line) {
+    board::journal({"#", std::to_string(noted_.size())});
+    noted_.push_back({std::move(line)});
+}
+
+std::string Board::take(std::string_view mark) {
+    std::string text;
+    for (auto& [line, shown] : noted_)
+        if (!shown && line.starts_with(mark)) text += std::exchange(line, "").substr(mark.size());
+    return text;
+}
+
+Answer Board::run(const std::string& mark, const std::string& command) {
+    note_text(mark + ' ' + command);
     if (const auto row = answers_.find(command); row != answers_.end()) return row->second;
     return on_command ? on_command(command) : Answer{};
 }

@@ -10,9 +10,10 @@
 //   }
 //
 // The journal holds every effect in order. A command is its exact text after a mark for its runner:
-// "$ " system, "$2 " system2, "$3 " system3, "$< " and "$> " popen to read and to write. After each
-// test the fixture checks that all was given back, that all was opened close-on-exec, that each
-// failure asked for took place, and that out(), err() and inputs() have taken all there was.
+// "$ " system, "$2 " system2, "$3 " system3, "$< " and "$> " popen to read and to write. A message
+// is its line after "out " or "err ". After each test the fixture checks that all was given back,
+// that all was opened close-on-exec, that each failure asked for took place, that journal(), out()
+// or err() has shown every message, and that inputs() has taken all there was.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -57,23 +58,6 @@ struct Answer {
     std::string output;
 };
 
-// Collects what is written to a stream of ours.
-class Output {
-public:
-    Output() : stream_(open_memstream(&text_, &size_)) {}
-    Output(const Output&) = delete;
-    Output& operator=(const Output&) = delete;
-    ~Output();
-
-    std::string take();
-    FILE** stream() { return &stream_; }
-
-private:
-    char* text_ = nullptr;
-    size_t size_ = 0;
-    FILE* stream_;
-};
-
 class Board : public testing::Test {
 protected:
     Board();
@@ -82,9 +66,9 @@ protected:
 
     static board::State& host() { return board::state(); }
 
-    // The journal from the start or from the last clear_journal(); commands() is its "$" lines.
-    Lines journal() const;
-    Lines commands() const;
+    // The journal from the start or from the last clear_journal(), or its lines that start so.
+    Lines journal(std::string_view start = "");
+    Lines commands() { return journal("$"); }
     void clear_journal();
 
     // Answers one exact command text; on_command answers those without, else 0 and no output.
@@ -112,9 +96,9 @@ protected:
     void remove(std::string_view path);
     void write_l1profile(std::string_view text) { write(kL1ProfilePath, text); }
 
-    // What the library printed since the last time.
-    std::string out() { return out_.take(); }
-    std::string err() { return err_.take(); }
+    // The messages that journal() has not shown, as they were printed; it goes on without them.
+    std::string out() { return take("out "); }
+    std::string err() { return take("err "); }
 
     // What it wrote to commands since the last time.
     Lines inputs() { return std::exchange(inputs_, {}); }
@@ -126,18 +110,25 @@ protected:
 private:
     friend struct Hooks;
 
-    Answer run(std::string_view mark, const std::string& command);
+    // A line of the journal whose text may be several: a command, a message.
+    struct Noted {
+        std::string line;
+        bool shown = false;
+    };
+    void note_text(std::string line);
+    std::string take(std::string_view mark);
+    Answer run(const std::string& mark, const std::string& command);
     bool fails(const std::string& function);
 
     std::map<std::string, Answer> answers_;
     std::map<std::string, int> failures_;  // calls left up to the failing one
-    std::vector<std::string> command_texts_;
+    std::vector<Noted> noted_;
     std::map<FILE*, bool> pipes_;  // whether it is written to
     std::set<int> sockets_;
     std::set<void*> memory_;
     Lines inputs_;
-    Output out_;
-    Output err_;
+    FILE* out_;
+    FILE* err_;
     size_t descriptors_ = 0;
     std::vector<std::unique_ptr<LibraryHook>> hooks_;
 };

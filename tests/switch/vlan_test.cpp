@@ -7,27 +7,22 @@ using harness::Lines;
 
 class Vlans : public harness::SwitchBoard {
 protected:
-    // The commands; the messages are the same texts, but for one blank.
+    // A command and its message are the same text, but for one blank.
     void expect_vlans(const char* lan, const char* wan, const std::string& map1,
                       const std::string& map2) {
-        Lines commands;
-        std::string messages;
+        Lines expected;
         const auto join = [&](std::string_view ports, const char* vlan) {
-            for (const char port : ports) {
-                const std::string command = std::string("switch vlan pvid ") + port + vlan;
-                commands.push_back("$2 " + command);
-                messages += command + '\n';
-            }
+            for (const char port : ports)
+                for (const std::string mark : {"$2", "err"})
+                    expected.push_back(mark + " switch vlan pvid " + port + vlan);
         };
         join(lan, " 1");
-        messages += "=========> VLAN_INIT\n";
+        expected.push_back("err =========> VLAN_INIT");
         join(wan, " 2");
-        commands.push_back("$2 switch vlan set 1 1 " + map1);
-        commands.push_back("$2 switch vlan  set 2 2 " + map2);
-        EXPECT_EQ(commands, journal());
-        EXPECT_EQ(
-            messages + "switch vlan  set 1 1 " + map1 + "\nswitch vlan  set 2 2 " + map2 + "\n",
-            err());
+        expected.insert(expected.end(),
+                        {"$2 switch vlan set 1 1 " + map1, "err switch vlan  set 1 1 " + map1,
+                         "$2 switch vlan  set 2 2 " + map2, "err switch vlan  set 2 2 " + map2});
+        EXPECT_EQ(expected, journal());
         clear_journal();
     }
     void expect_vlans(bool with_iptv) {
