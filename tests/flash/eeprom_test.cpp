@@ -113,6 +113,9 @@ TEST_F(Eeprom, RefusesAnImageThatWouldSpoilTheFlash) {
           image_.substr(0, 0x200), image_.substr(0, 1), with_head(image_, 0, blank),
           with_head(image_, 0x8000, blank)})
         expect_refused(image);
+    write_l1profile("INDEX1_EEPROM_offset=fffc\n");  // the last four bytes
+    expect_refused(with_head(image_, 0xFFFC, blank));
+    clear_journal();
     remove(kImage);
     EXPECT_EQ(-1, install_eeprom(nullptr));
     EXPECT_EQ(Lines{kNoImage}, journal());
