@@ -99,12 +99,14 @@ void read_networks_bare() {
         wireless_check_channel_valid("ra0", 0, 20, networks().entries[i].channel.channel);
 }
 
-// The button's pin is the last.
+// The button's pin is the last, the same in every file: the library asks for it once.
 void write_pins(int pins) {
+    constexpr int kButton = 999;
     std::string text = "PIN: (MODE)(PULL_SEL)...\n====\n";
-    for (int pin = 0; pin < pins; ++pin) text += std::to_string(pin) + ": 1 0 1 1 0 0 0 0 0\n";
+    for (int pin = 1; pin <= pins; ++pin)
+        text += std::to_string(pin < pins ? pin : kButton) + ": 1 0 1 1 0 0 0 0 0\n";
     write_file(kPinPath, text);
-    board::state().hw.reset_button_gpio = pins - 1;
+    board::state().hw.reset_button_gpio = kButton;
 }
 
 std::string ask_awk_for_pin() {
