@@ -93,7 +93,8 @@ TEST_F(Eeprom, IsNotSoundWhereItCannotBeRead) {
 
 TEST_F(Eeprom, InstallsAnImageAndKeepsWhatIsBehindAShorterOne) {
     expect_installed(image_, image_);
-    expect_installed(image_.substr(0, 0x8400), image_.substr(0, 0x8400) + flash_.substr(0x8400));
+    for (const size_t size : {0x400U, 0x8000U, 0x8400U})
+        expect_installed(image_.substr(0, size), image_.substr(0, size) + flash_.substr(size));
     write("/tmp/own.bin", image_);
     EXPECT_EQ(0, install_eeprom("/tmp/own.bin"));
     EXPECT_EQ((Lines{kTool, "out Install Completed: /tmp/own.bin"}), journal());
