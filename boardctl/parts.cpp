@@ -7,24 +7,25 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Below the program's folder.
+// Installed, it lies beside the program's folder; built, below the folder of the build.
 fs::path find_part(const char* installed, const char* built) {
     std::error_code ignored;
     const fs::path program = fs::read_symlink("/proc/self/exe", ignored).parent_path();
     const fs::path place = program / installed;
-    return fs::exists(place, ignored) ? place : program / built;
+    return fs::exists(place, ignored) ? place : program.parent_path() / built;
 }
 
 }  // namespace
 
 Parts find_parts() {
-    return {
-        find_part(INSTALLED_LIBRARIES "/" PROJECT "/libboardhost.so",
-                  "../board/host/libboardhost.so"),
-        find_part(INSTALLED_LIBRARIES "/libplatform.so.1", "../libplatform.so.1"),
-        {find_part(INSTALLED_DATA "/" PROJECT "/board", "../board/root"),
-                                                                          find_part(INSTALLED_LIBRARIES "/" PROJECT "/board-tool", "../board/tools/board-tool")},
-    };
+    Parts parts;
+    parts.host_library =
+        find_part(INSTALLED_LIBRARIES "/" PROJECT "/libboardhost.so", "board/host/libboardhost.so");
+    parts.platform_library = find_part(INSTALLED_LIBRARIES "/libplatform.so.1", "libplatform.so.1");
+    parts.tree.image = find_part(INSTALLED_DATA "/" PROJECT "/board", "board/root");
+    parts.tree.tool =
+        find_part(INSTALLED_LIBRARIES "/" PROJECT "/board-tool", "board/tools/board-tool");
+    return parts;
 }
 
 }  // namespace boardctl
