@@ -7,10 +7,10 @@
  *
  * Boot variables live in the u-boot environment, which the board's uboot_env tool reads and, with
  * the mtd tool, writes into the "Config" partition. Every byte of a name and of a value reaches
- * the tool as it is; a name and value that do not fit a command of 255 characters together leave
- * the environment as it was. Nothing is locked: callers serialise environment writes. A null
- * address, text or interface name, where null is not said to mean something, does nothing and
- * gives the usual result.
+ * the tool as it is; a name and value that do not fit a command of 255 characters together, or
+ * whose quoting for the shell takes 256 more, leave the environment as it was. Nothing is locked:
+ * callers serialise environment writes. A null address, text or interface name, where null is not
+ * said to mean something, does nothing and gives the usual result.
  */
 #pragma once
 
@@ -49,17 +49,18 @@ PLATFORM_API int get_kdx_devname(const char* source, char* destination, int size
 
 /*
  * Whether the "Factory" partition holds calibration data for both radios: 0, or -1 when a radio's
- * first four bytes are all 0x00 or all 0xFF, cannot be read, or are nowhere (no offset known).
+ * first four bytes are all 0x00 or all 0xFF, cannot be read, or are nowhere (no offset known). Of
+ * four bytes of which the partition ends before the last, the missing ones count as 0x00.
  */
 PLATFORM_API int check_eeprom(void);
 
 /*
- * Writes an image (null: the default one) over the "Factory" partition: 0 once the mtd tool has
- * it, else -1 with the partition as it was. The file is read whole and judged first. Refused are
- * a file that is empty, unreadable or larger than the partition (which must be listed with at most
- * 16 MiB), a smaller one while the partition cannot be read, and one that would spoil a radio's
- * good calibration data: by ending within its 1024 bytes, or by erased bytes in its place. Behind
- * a smaller file the partition keeps its content.
+ * Writes an image (null: the default one) over the "Factory" partition: 0 after it was handed to
+ * mtd_writebuf(), whose result is not looked at, else -1 with the partition as it was. The file is
+ * read whole and judged first. Refused are a file that is empty, unreadable or larger than the
+ * partition (which must be listed with at most 16 MiB), a smaller one while the partition cannot be
+ * read, and one that would spoil a radio's good calibration data: by ending within its 1024 bytes,
+ * or by erased bytes in its place. Behind a smaller file the partition keeps its content.
  */
 PLATFORM_API int install_eeprom(const char* path);
 

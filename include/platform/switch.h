@@ -6,7 +6,8 @@
  * "switch". When the Ethernet driver refuses a register, the calling process ends with status 0
  * after a message. Link, counters and settings of a user port index that the host maps to no
  * switch port, or with a null record, give -1: nothing is read from or written to the switch, and
- * no record is touched.
+ * no record is touched. Null entries, lists and addresses are answered at once: 0, and -1 for a
+ * port number.
  */
 #pragma once
 

@@ -17,7 +17,7 @@ inline constexpr size_t kAclSize = 4096;
 int list_filter_addresses(std::span<const mac_filter_entry> entries, Text& list);
 
 // Writes the filter addresses of a BSS into a buffer of kAclSize bytes and counts them. A list
-// that is cut and a null buffer (count 0) are reported to the system log.
+// that is full and a null buffer (count 0) are reported to the system log.
 int macauth_acl_string(int32_t wl_mode, int32_t bss, char* buffer);
 
 // The driver's AccessPolicy value of the host's policy.

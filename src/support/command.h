@@ -92,7 +92,7 @@ private:
     const char* text_ = nullptr;
 };
 
-// The size is that of the unescaped text with its end: what is escaped may take more.
+// The size is that of the unescaped text with its end; what escaping adds has kEscapeRoom.
 template <size_t kSize>
 class Command : public AnyCommand {
 public:
