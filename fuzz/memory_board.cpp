@@ -114,7 +114,8 @@ struct MemoryHooks {
         return 0;
     }
 
-    static off_t lseek(int device, off_t offset, int) {
+    static off_t lseek(int device, off_t offset, int from) {
+        if (from == SEEK_END) offset += static_cast<off_t>(current->device.size());
         current->devices_.at(device) = static_cast<size_t>(offset);
         return offset;
     }

@@ -55,20 +55,25 @@ PLATFORM_API int get_kdx_devname(const char* source, char* destination, int size
 PLATFORM_API int check_eeprom(void);
 
 /*
- * Writes an image (null: the default one) over the "Factory" partition: 0 after it was handed to
- * mtd_writebuf(), whose result is not looked at, else -1 with the partition as it was. The file is
- * read whole and judged first. Refused are a file that is empty, unreadable or larger than the
- * partition (which must be listed with at most 16 MiB), a smaller one while the partition cannot be
- * read, and one that would spoil a radio's good calibration data: by ending within its 1024 bytes,
- * or by erased bytes in its place. Behind a smaller file the partition keeps its content.
+ * Writes an image (null: the default one) over the "Factory" partition. Returns 0 after it was
+ * handed to mtd_writebuf(), whose result is not looked at, else -1 with the partition as it was.
+ *
+ * An image of exactly the partition's size replaces everything, whatever it holds and whatever the
+ * partition holds: good calibration data of either radio, too. Refused are a file that is empty,
+ * larger than the partition, unreadable or without a size (a folder, a pipe), and every file while
+ * the partition's size is not known or above 2147483647. A smaller file is completed with the
+ * partition's present content. It is refused when that cannot be read, and when a radio would lose
+ * good data by it: when it ends within the 1024 bytes of that radio, or begins them with four bytes
+ * of 0x00 or of 0xFF.
  */
 PLATFORM_API int install_eeprom(const char* path);
 
 /*
- * Copies the first 65536 bytes of "Factory", or as many as can be read, into the driver's file
- * /lib/firmware, named by EEPROM_name of the first radio. 0; -1 when that cannot be created or
- * written whole (then it is removed), when the name is missing, holds a "/" or has more than 17
- * characters, and when nothing of "Factory" can be read (then the file stays as it was).
+ * Copies the first 65536 bytes of "Factory", or as many as can be read, into the driver's file in
+ * /lib/firmware, named by EEPROM_name of the first radio. When nothing of "Factory" can be read, an
+ * existing file keeps its content and a missing one is created empty. Returns 0; -1 when the file
+ * cannot be opened or written whole (then it is removed), when the name is missing, holds a "/" or
+ * has more than 17 characters, and without memory.
  */
 PLATFORM_API int extract_eeprom(void);
 

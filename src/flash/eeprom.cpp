@@ -24,7 +24,6 @@ constexpr const char* kPartition = "Factory";
 constexpr const char* kDefaultImage = "/etc_ro/wlan/MT7615_EEPROM.bin";
 constexpr int32_t kRadios = 2;
 constexpr uint32_t kDriverFileLimit = 65536;
-constexpr uint32_t kLargestPartition = 16 << 20;
 constexpr uint32_t kRadioImageSize = 1024;  // MT7615 family
 constexpr size_t kDriverPathSize = 32;
 
@@ -56,7 +55,7 @@ ImageHead head_in_flash(uint32_t offset) {
     return head;
 }
 
-// A file's bytes, and the room that the partition has for them.
+// A file's bytes at the start of a buffer of the partition's size.
 struct Image {
     uint8_t* bytes;
     uint32_t size;
@@ -64,25 +63,25 @@ struct Image {
 };
 
 bool brings_good_data(const Image& image, uint32_t offset) {
-    if (image.size < image.room && offset + kRadioImageSize > image.size) return false;
+    if (offset + kRadioImageSize > image.size) return false;
     ImageHead head;
     memcpy(head.bytes, image.bytes + offset, sizeof head.bytes);
     return !is_erased(head);
 }
 
-// What cannot be read may well be good.
+// An unreadable place may hold good data, so it counts as good.
 bool may_hold_good_data(uint32_t offset) {
     ImageHead head;
     const int count =
         mtd_readbuf(head.bytes, static_cast<int>(offset), sizeof head.bytes, kPartition);
-    return count != sizeof head.bytes || !is_erased(head);
+    return count < 0 || !is_erased(head);
 }
 
 // Whether a radio would lose calibration data that the image does not replace whole.
 bool spoils_a_radio(const Image& image) {
     for (int32_t radio = 0; radio < kRadios; ++radio) {
         const auto offset = image_offset(radio);
-        if (!offset || *offset >= image.size || *offset + sizeof(ImageHead) > image.room) continue;
+        if (!offset || *offset >= image.size) continue;
         if (!brings_good_data(image, *offset) && may_hold_good_data(*offset)) return true;
     }
     return false;
@@ -91,12 +90,19 @@ bool spoils_a_radio(const Image& image) {
 // Behind a smaller image the partition keeps its content.
 bool fill_up(const Image& image) {
     const int missing = static_cast<int>(image.room - image.size);
-    return missing == 0 || mtd_readbuf(image.bytes + image.size, static_cast<int>(image.size),
-                                       missing, kPartition) == missing;
+    return mtd_readbuf(image.bytes + image.size, static_cast<int>(image.size), missing,
+                       kPartition) == missing;
 }
 
-bool suits(const Image& image) {
-    return image.size > 0 && image.size <= image.room && !spoils_a_radio(image) && fill_up(image);
+// An image of the partition's size replaces everything, whatever it and the flash hold: only so
+// does a radio without data get them back from an image that has none for the other radio.
+bool complete(const Image& image) {
+    return image.size == image.room || (fill_up(image) && !spoils_a_radio(image));
+}
+
+int refuse(const char* path) {
+    print_out("Invalid EEPROM file size: %s\n", path);
+    return -1;
 }
 
 // "/lib/firmware/<name>" of the first radio; false when there is no such plain and short name.
@@ -124,23 +130,21 @@ int install_eeprom(const char* path) {
     if (path == nullptr) path = kDefaultImage;
 
     const uint32_t listed = mtd_get_size(kPartition);
-    const uint32_t size = listed <= kLargestPartition ? listed : 0;
-    const Descriptor source(open_file(path, O_RDONLY));
+    const uint32_t room = listed <= INT32_MAX ? listed : 0;  // mtd_writebuf() takes an int
+    // Nonblocking, because opening a FIFO would wait for its writer.
+    const Descriptor source(open_file(path, O_RDONLY | O_NONBLOCK));
     if (!source.ok()) {
         print_out("EEPROM source file not found: %s\n", path);
         return -1;
     }
-    // One byte more than fits shows a file that is too large.
-    const Heap<uint8_t> bytes(size_t{size} + 1);
+    const off_t size = source.size();
+    if (size <= 0 || size > off_t{room}) return refuse(path);
+    const Heap<uint8_t> bytes(room);
     if (!bytes.ok()) return -1;
 
-    const ssize_t count = source.read_all(bytes.get(), size_t{size} + 1);
-    const Image image = {bytes.get(), count > 0 ? static_cast<uint32_t>(count) : 0, size};
-    if (!suits(image)) {
-        print_out("Invalid EEPROM file size: %s\n", path);
-        return -1;
-    }
-    mtd_writebuf(image.bytes, 0, static_cast<int>(size), kPartition);
+    const Image image = {bytes.get(), static_cast<uint32_t>(size), room};
+    if (source.read_all(image.bytes, image.size) != size || !complete(image)) return refuse(path);
+    mtd_writebuf(image.bytes, 0, static_cast<int>(room), kPartition);
     print_out("Install Completed: %s\n", path);
     return 0;
 }
@@ -153,13 +157,13 @@ int extract_eeprom() {
     if (!image.ok()) return -1;
 
     const int count = mtd_readbuf(image.get(), 0, static_cast<int>(size), kPartition);
-    if (count <= 0) return -1;
-    File file(named ? open_for_writing(path.c_str()) : nullptr);
+    const auto open_driver_file = count > 0 ? open_for_writing : open_for_appending;
+    File file(named ? open_driver_file(path.c_str()) : nullptr);
     if (!file.ok()) {
         print_out("Can't open %s\n", path.c_str());
         return -1;
     }
-    if (file.write(image.get(), static_cast<size_t>(count))) return 0;
+    if (count <= 0 || file.write(image.get(), static_cast<size_t>(count))) return 0;
     remove_file(path.c_str());
     return -1;
 }

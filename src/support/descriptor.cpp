@@ -21,6 +21,11 @@ ssize_t Descriptor::read_at(off_t offset, void* buffer, size_t size) const {
     return read(descriptor_, buffer, size);
 }
 
+off_t Descriptor::size() const {
+    const off_t end = lseek(descriptor_, 0, SEEK_END);
+    return lseek(descriptor_, 0, SEEK_SET) == 0 ? end : -1;
+}
+
 ssize_t Descriptor::read_all(void* buffer, size_t size) const {
     size_t done = 0;
     while (done < size) {

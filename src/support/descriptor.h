@@ -25,6 +25,10 @@ public:
     // One read at an offset from the start, 0 past the end; -1 when it fails.
     ssize_t read_at(off_t offset, void* buffer, size_t size) const;
 
+    // How many bytes the file or device holds; -1 for what has no size, such as a pipe. Reading
+    // then begins at the start.
+    off_t size() const;
+
     // Reads on until the end or until the buffer is full; -1 when a read fails.
     ssize_t read_all(void* buffer, size_t size) const;
 

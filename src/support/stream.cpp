@@ -77,6 +77,10 @@ FILE* open_for_writing(const char* path) {
     return fopen(path, "w+e");
 }
 
+FILE* open_for_appending(const char* path) {
+    return fopen(path, "a+e");
+}
+
 FILE* open_command_output(const char* command) {
     return start(command, "r");
 }

@@ -40,7 +40,8 @@ using Pipe = Stream<pclose>;
 // All close on exec: commands that are started later must not inherit them. A null command gives
 // a null stream.
 FILE* open_for_reading(const char* path);
-FILE* open_for_writing(const char* path);  // created or emptied
+FILE* open_for_writing(const char* path);    // created or emptied
+FILE* open_for_appending(const char* path);  // created or kept as it is
 FILE* open_command_output(const char* command);
 FILE* open_command_input(const char* command);
 

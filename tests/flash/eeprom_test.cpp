@@ -1,8 +1,11 @@
 // Calibration data: its check, the image that is installed, the copy for the driver; the start of
 // the platform.
+#include <sys/stat.h>
+
 #include <iterator>
 #include <set>
 
+#include "live/tree.h"
 #include "platform/flash.h"
 #include "support/board.h"
 
@@ -56,6 +59,7 @@ protected:
     }
 
     const std::string flash_ = with_head(std::string(kSize, '\x15'), 0x8000, "\x17\x15\x01");
+    static constexpr std::string_view kBlank = "\xFF\xFF\xFF\xFF";
     const std::string erased_ = std::string(kSize, '\xFF');
     const std::string image_ = std::string(kSize, '\x22');
 };
@@ -99,35 +103,73 @@ TEST_F(Eeprom, InstallsAnImageAndKeepsWhatIsBehindAShorterOne) {
     EXPECT_EQ(0, install_eeprom("/tmp/own.bin"));
     EXPECT_EQ((Lines{kTool, "out Install Completed: /tmp/own.bin"}), journal());
     EXPECT_TRUE(inputs() == Lines{image_});
+    clear_journal();
+    write("/dev/mtd3", erased_);
+    expect_installed(image_.substr(0, 0x8200), image_.substr(0, 0x8200) + erased_.substr(0x8200));
 }
 
-TEST_F(Eeprom, ARadioOfWhichNoPlaceIsKnownHasNothingToSpare) {
+// A radio without data gets them back from an image that is blank for the other one.
+TEST_F(Eeprom, AnImageOfThePartitionsSizeIsInstalledWithoutALookAtAnythingElse) {
+    const std::string images[] = {image_, with_head(image_, 0, kBlank),
+                                  with_head(image_, 0x8000, kBlank), erased_,
+                                  std::string((16 << 20) + 1, '\x22')};
+    for (const bool readable : {true, false}) {
+        if (!readable) remove("/dev/mtd3");
+        for (const std::string& image : images) {
+            list_factory(image.size() == kSize ? "00010000" : "01000001");
+            expect_installed(image, image);
+        }
+    }
+}
+
+TEST_F(Eeprom, InstallIgnoresARadioWithoutAnOffset) {
     write_l1profile("INDEX1_EEPROM_offset=8000\n");
-    const std::string image = with_head(image_, 0, "\xFF\xFF\xFF\xFF");
-    expect_installed(image, image);
+    const std::string image = with_head(image_, 0, kBlank).substr(0, 0x8000);
+    expect_installed(image, image + flash_.substr(0x8000));
 }
 
 TEST_F(Eeprom, RefusesAnImageThatWouldSpoilTheFlash) {
-    const std::string_view blank = "\xFF\xFF\xFF\xFF";
     for (const std::string& image :
          {""s, image_ + "x", image_.substr(0, 0x83FF), image_.substr(0, 0x8001),
-          image_.substr(0, 0x200), image_.substr(0, 1), with_head(image_, 0, blank),
-          with_head(image_, 0x8000, blank)})
+          image_.substr(0, 0x200), image_.substr(0, 1),
+          with_head(image_, 0, kBlank).substr(0, 0x8400),
+          with_head(image_, 0x8000, kBlank).substr(0, 0x8400)})
         expect_refused(image);
-    write_l1profile("INDEX1_EEPROM_offset=fffc\n");  // the last four bytes
-    expect_refused(with_head(image_, 0xFFFC, blank));
-    clear_journal();
+    write_l1profile("INDEX1_EEPROM_offset=fffd\n");  // the last three bytes
+    expect_refused(image_.substr(0, 0xFFFE),
+                   {"err mtd_readbuf error Factory:offset:0000fffd, n=3,len=4"});
     remove(kImage);
     EXPECT_EQ(-1, install_eeprom(nullptr));
     EXPECT_EQ(Lines{kNoImage}, journal());
 }
 
-TEST_F(Eeprom, WithoutAReadablePartitionOnlyAWholeImageGoesIn) {
+TEST_F(Eeprom, AShorterImageNeedsAReadablePartitionAndAnyImageItsSize) {
     remove("/dev/mtd3");
-    expect_installed(image_, image_);
     expect_refused(image_.substr(1), {kNoFactory});
     remove("/proc/mtd");
     expect_refused(image_, {kNoTable});
+}
+
+// Of the partition's size, which may be 2 GiB.
+TEST_F(Eeprom, AFileThatCannotSuitThePartitionTakesNoMemory) {
+    write("/tmp/byte", "1");
+    write("/tmp/empty", "");
+    ASSERT_EQ(0, mkfifo(board::in_tree("/tmp/fifo").c_str(), 0600));
+    const auto expect_file_refused = [this](const std::string& path) {
+        EXPECT_EQ(-1, install_eeprom(path.c_str()));
+        EXPECT_EQ("Invalid EEPROM file size: " + path + '\n', out());
+    };
+    fail_nth("malloc", 1);
+    list_factory("7fffffff");
+    for (const char* path : {"/tmp/empty", "/tmp/fifo"}) expect_file_refused(path);
+    for (const char* size : {"80000000", "ffffffff", "00000000"}) {
+        list_factory(size);
+        expect_file_refused("/tmp/byte");
+    }
+    EXPECT_EQ(1, failures_left("malloc"));
+    fail_no_more();
+    list_factory("00010000");
+    expect_file_refused("/tmp");  // a folder, which on some file systems has a size
 }
 
 TEST_F(Eeprom, TheDriverGetsTheFirst64KiBInAFileOfAPlainNameOfAtMost17Characters) {
@@ -147,18 +189,33 @@ TEST_F(Eeprom, TheDriverGetsTheFirst64KiBInAFileOfAPlainNameOfAtMost17Characters
     EXPECT_TRUE(read("/lib/firmware/17-characters.bin") == flash_);
 }
 
-TEST_F(Eeprom, TheDriversFileIsWholeOrNotThereAndStaysWithoutAPartition) {
+TEST_F(Eeprom, TheDriversFileIsWholeOrNotThere) {
     fail_nth("fwrite", 1);
     EXPECT_EQ(-1, extract_eeprom());
     EXPECT_EQ("(none)", read(kDriverFile));
-    write(kDriverFile, "older");
+}
+
+TEST_F(Eeprom, TheDriversFileIsOpenedWhetherOrNotThePartitionCanBeRead) {
     remove("/dev/mtd3");
-    EXPECT_EQ(-1, extract_eeprom());
-    EXPECT_EQ("older", read(kDriverFile));
-    write("/dev/mtd3", flash_);
+    for (const char* content : {"older", "(none)"}) {
+        const bool exists = *content != '(';
+        exists ? write(kDriverFile, content) : remove(kDriverFile);
+        EXPECT_EQ(0, extract_eeprom());
+        EXPECT_EQ(exists ? content : "", read(kDriverFile));
+    }
+    const char* const no_file = "out Can't open /lib/firmware/radio0.bin";
+    Lines expected = {kNoFactory, kNoFactory, kNoFactory, no_file, no_file};
     remove("/lib/firmware");
     EXPECT_EQ(-1, extract_eeprom());
-    EXPECT_EQ((Lines{kNoFactory, "out Can't open /lib/firmware/radio0.bin"}), journal());
+    write("/dev/mtd3", flash_);
+    EXPECT_EQ(-1, extract_eeprom());
+    remove("/dev/mtd3");
+    for (const std::string name : {"", "18-characters..bin"}) {
+        write_l1profile(name.empty() ? "" : "INDEX0_EEPROM_name=" + name + '\n');
+        EXPECT_EQ(-1, extract_eeprom());
+        expected.insert(expected.end(), {kNoFactory, "out Can't open /lib/firmware/" + name});
+    }
+    EXPECT_EQ(expected, journal());
 }
 
 class PlatformStart : public harness::Board {
@@ -213,7 +270,9 @@ TEST_F(PlatformStart, GoesOnWhenNothingIsInItsPlace) {
         remove(path);
     fail_nth("mkdir", 1);
     EXPECT_EQ(0, init_mt7622());
-    EXPECT_EQ(inserting({kNoTable, kNoImage, kNoTable, kNoFactory}), journal());
+    EXPECT_EQ(
+        inserting({kNoTable, kNoImage, kNoTable, kNoFactory, "out Can't open /lib/firmware/"}),
+        journal());
 }
 
 TEST(ModuleList, Names105FilesOnce) {
