@@ -22,6 +22,8 @@ void fuzz(Pieces& input) {
     outside().text = input.rest();
 
     read_value<1>(settings.c_str());
+    restore_backup_config(settings.c_str());
+    CLAIM(*settings.c_str() != '-' || outside().commands.empty());
     read_value<32>("ftm");
     read_value<300>("ethaddr");
     check_diag_flag();
@@ -34,5 +36,4 @@ void fuzz(Pieces& input) {
     set_bootconfig("set", settings.c_str());
     set_bootconfig(settings.c_str(), nullptr);
     set_hwaddr_flash(mac_text.c_str());
-    restore_backup_config(settings.c_str());
 }

@@ -18,6 +18,7 @@ void fuzz(Pieces& input) {
     CLAIM(bytes.untouched(count < 0 ? 0 : static_cast<size_t>(count)));
     read_config(*bytes.get(), 0x7FFFFFFF, 1);
     mtd_writebuf("bytes", 1, 3, name.c_str());
+    CLAIM(*name.c_str() != '-' || outside().commands.empty());
 
     Output<char[16]> device_name;
     get_kdx_devname(name.c_str(), *device_name.get(), sizeof *device_name.get());

@@ -3,12 +3,14 @@
  * flags and the factory test mode.
  *
  * Partitions are named as /proc/mtd lists them, in at most 29 characters; a longer name is no
- * partition's. Nothing is cached, and callers that write a partition must not overlap.
+ * partition's, and neither is one that begins with "-", which the mtd tool would take for an
+ * option. Nothing is cached, and callers that write a partition must not overlap.
  *
  * Boot variables live in the u-boot environment, which the board's uboot_env tool reads and, with
  * the mtd tool, writes into the "Config" partition. Every byte of a name and of a value reaches
  * the tool as it is; a name and value that do not fit a command of 255 characters together, or
- * whose quoting for the shell takes 256 more, leave the environment as it was. Nothing is locked:
+ * whose quoting for the shell takes 256 more, leave the environment as it was, and so does a name
+ * that begins with "-". Nothing is locked:
  * callers serialise environment writes. A null address, text or interface name, where null is not
  * said to mean something, does nothing and gives the usual result.
  */
@@ -139,8 +141,8 @@ PLATFORM_API int set_ated_flag(void); /* 0 */
 PLATFORM_API int send_system_reboot_signal(void);
 
 /*
- * Restores a backup file. 0 when the restore tool succeeded, else -1; also for a null or empty path
- * and for one that no command of 4223 characters holds.
+ * Restores a backup file. Returns 0 when the restore tool succeeded, else -1; also for a null or
+ * empty path, one that begins with "-" and one that no command of 4223 characters holds.
  */
 PLATFORM_API int restore_backup_config(const char* path);
 

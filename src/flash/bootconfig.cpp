@@ -79,7 +79,7 @@ int send_system_reboot_signal() {
 }
 
 int restore_backup_config(const char* path) {
-    if (text_of(path).empty()) return -1;
+    if (text_of(path).empty() || *path == '-') return -1;  // "-" begins an option of the tool
     return run_shell(Command<kRestoreSize>("/sbin/restorebackup %s", path)) == 0 ? 0 : -1;
 }
 

@@ -23,11 +23,16 @@ constexpr size_t kNameSize = 32;
 constexpr size_t kNameLength = 29;  // with its quotes it fits the search pattern
 constexpr size_t kLineSize = 128;
 
-// The first line of the table that holds the name in quotes. Nothing for a name that is too long.
+// A name that begins with "-" would be an option of the mtd tool.
+bool can_be_partition(std::string_view name) {
+    return name.size() <= kNameLength && !name.starts_with('-');
+}
+
+// The first line of the table that holds the name in quotes. Nothing for what can be no name.
 std::optional<std::string_view> find_partition(File& table, const char* name,
                                                std::span<char> line) {
     char device_name[kNameSize];
-    if (text_of(name).size() > kNameLength) return {};
+    if (!can_be_partition(text_of(name))) return {};
     get_kdx_devname(text_of(name).data(), device_name, sizeof device_name);
     TextBuffer<kNameSize> pattern;
     pattern.put('"').put(device_name).put('"');
@@ -95,7 +100,7 @@ int mtd_readbuf(void* buffer, int offset, int length, const char* name) {
 
 int mtd_writebuf(const void* buffer, int offset, int length, const char* name) {
     if (buffer == nullptr || offset < 0 || length < 0) return -1;
-    if (text_of(name).empty() || text_of(name).size() > kNameLength) return -1;
+    if (text_of(name).empty() || !can_be_partition(name)) return -1;
 
     const Command<128> command("/sbin/mtd write - %s", name);
     Pipe tool(open_command_input(command.text()));

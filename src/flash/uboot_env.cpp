@@ -13,7 +13,7 @@ int get_uboot_env(const char* name, char* destination, int size) {
 
     const std::span<char> room(destination, static_cast<size_t>(size));
     memset(room.data(), 0, room.size());
-    if (text_of(name).empty()) return 0;
+    if (text_of(name).empty() || *name == '-') return 0;  // "-" begins an option of the tool
     Pipe tool(open_command_output(Command<256>("/sbin/uboot_env -g %s", name).text()));
     if (!tool.ok()) return 0;
     tool.read_line(room);
@@ -22,6 +22,7 @@ int get_uboot_env(const char* name, char* destination, int size) {
 }
 
 int set_uboot_env(std::string_view name, std::string_view value) {
+    if (name.starts_with('-')) return 0;  // as above
     run_shell(Command<256>("/sbin/uboot_env -s %s=%s | /sbin/mtd write - Config", name, value));
     return 0;
 }

@@ -38,7 +38,8 @@ TEST_F(BootVariable, IsTheFirstLineInAClearedBuffer) {
 TEST_F(BootVariable, IsEmptyWithoutAToolOrANameAndNeedsRoom) {
     const std::string too_long(256 - strlen("/sbin/uboot_env -g "), 'n');
     fail_nth("popen", 1);
-    for (const char* name : {"name", "", static_cast<const char*>(nullptr), too_long.c_str()}) {
+    for (const char* name :
+         {"name", "", "-option", static_cast<const char*>(nullptr), too_long.c_str()}) {
         EXPECT_EQ(0, get(name, 8));
         EXPECT_EQ(std::string(8, '\0') + "xxxx", room_);
     }
@@ -72,7 +73,7 @@ TEST_F(BootVariable, IsSetByTheToolForEachPairAndReportsNoFailure) {
 
 TEST_F(BootVariable, IsNotSetByAPairThatDoesNotFitNorByOtherActions) {
     const std::string fits = "n=" + std::string(257 - setting("n=").size(), 'v');
-    const std::string argument = "a=1&" + fits + "v&" + fits + "&b='" + fits + "&c=3";
+    const std::string argument = "a=1&-option=2&" + fits + "v&" + fits + "&b='" + fits + "&c=3";
     EXPECT_EQ(0, set_bootconfig("set", argument.c_str()));
     EXPECT_EQ((Lines{setting("a=1"), setting(fits), setting("c=3")}), journal());
     clear_journal();
@@ -160,7 +161,8 @@ TEST_F(SystemActions, RestoreReportsTheToolsStatusAndRefusesPathsUnrun) {
     const std::string command = "/sbin/restorebackup ";
     const std::string longest(4096, 'p');
     answer(command + "failing", 0x100);
-    for (const std::string& path : {std::string(), std::string(4300, 'p'), std::string("failing")})
+    for (const std::string& path :
+         {std::string(), std::string(4300, 'p'), std::string("-option"), std::string("failing")})
         EXPECT_EQ(-1, restore_backup_config(path.c_str()));
     EXPECT_EQ(-1, restore_backup_config(nullptr));
     EXPECT_EQ(0, restore_backup_config(longest.c_str()));

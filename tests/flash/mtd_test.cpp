@@ -16,7 +16,8 @@ constexpr const char* kTable =
     "mtd2:   00000020   00020000   \"Config\"\n"
     "mtd3: 00000040 00020000 \"Config\"\n"
     "mtd4: ffffffff 00020000 \"twenty-nine characters long..\"\n"
-    "mtd5: 00000001 00020000 \"thirty characters and too long\"\n";
+    "mtd5: 00000001 00020000 \"thirty characters and too long\"\n"
+    "mtd2: 00000020 00020000 \"-option\"\n";
 
 class Mtd : public harness::Board {
 protected:
@@ -31,7 +32,7 @@ TEST_F(Mtd, SizeIsThatOfTheFirstLineWithTheWholeName) {
     EXPECT_EQ(0x40000U, mtd_get_size("Config2"));
     EXPECT_EQ(0xFFFFFFFFU, mtd_get_size("twenty-nine characters long.."));
     for (const char* name :
-         {"Conf", "onfig", "config", "name", "", "thirty characters and too long",
+         {"Conf", "onfig", "config", "name", "", "-option", "thirty characters and too long",
           "thirty characters and too long!!", "thirty characters and too long\"!",
           static_cast<const char*>(nullptr)})
         EXPECT_EQ(0U, mtd_get_size(name)) << name;
@@ -50,7 +51,7 @@ TEST_F(Mtd, OpensTheDeviceWithTheFlagsAskedAndTellsAMissingTableFromAMissingName
         EXPECT_EQ(flags, fcntl(device, F_GETFL) & O_ACCMODE);
         EXPECT_EQ(0, close(device));
     }
-    for (const char* name : {"Config2", "Conf", "thirty characters and too long"})
+    for (const char* name : {"Config2", "Conf", "-option", "thirty characters and too long"})
         EXPECT_EQ(-1, mtd_open(name, O_RDONLY)) << name;
     remove("/proc/mtd");
     EXPECT_EQ(0xFFFFFFFF, mtd_get_size("Config"));
@@ -112,7 +113,7 @@ TEST_F(Mtd, AToolThatCannotStartIsReported) {
     fail_nth("popen", 1);
     EXPECT_EQ(-1, write_config("data", 4));
     EXPECT_EQ("mtd_writebuf: Failed to execute:/sbin/mtd write - Config\n", err());
-    for (const char* name : {"", "thirty characters and too long"})
+    for (const char* name : {"", "-option", "thirty characters and too long"})
         EXPECT_EQ(-1, mtd_writebuf("data", 0, 4, name));
     EXPECT_EQ(-1, mtd_writebuf("data", -1, 4, "Config"));
     EXPECT_EQ(-1, mtd_writebuf("data", 0, -1, "Config"));

@@ -114,16 +114,17 @@ struct Caller {
     size_t texts;         // how many it takes
     size_t longest;       // so that every command fits with each byte escaped
     const char* without;  // bytes that cannot stand in such a text
+    char not_first;       // a byte that cannot begin one, or NUL
     void (*run)(const Call& call);
 };
 
 inline constexpr Caller kCallers[] = {
-    {"names of the index file", 6, 10, "\n", bring_radios_up   },
-    {"names of driver files",   1, 9,  "/",  use_driver_files  },
-    {"names of interfaces",     2, 12, "",   use_interface     },
-    {"boot variables",          2, 24, "&=", set_boot_variables},
-    {"paths and partitions",    1, 24, "",   name_files        },
-    {"no text from outside",    0, 0,  "",   hand_over_no_text },
+    {"names of the index file", 6, 10, "\n", '\0', bring_radios_up   },
+    {"names of driver files",   1, 9,  "/",  '\0', use_driver_files  },
+    {"names of interfaces",     2, 12, "",   '\0', use_interface     },
+    {"boot variables",          2, 24, "&=", '-',  set_boot_variables},
+    {"paths and partitions",    1, 24, "",   '-',  name_files        },
+    {"no text from outside",    0, 0,  "",   '\0', hand_over_no_text },
 };
 
 }  // namespace injection

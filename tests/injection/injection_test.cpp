@@ -37,6 +37,7 @@ std::string hostile_text(std::mt19937& random, const Caller& caller) {
     while (text.size() < length) {
         std::string more = kFragments[random() % std::size(kFragments)];
         if (random() % 4 == 0) more = static_cast<char>(1 + random() % 255);
+        if (text.empty() && more[0] == caller.not_first) continue;
         if (more.find_first_of(caller.without) == more.npos) text += more;
     }
     return text.substr(0, length);
