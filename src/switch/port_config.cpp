@@ -73,12 +73,16 @@ void advertise(int port, int32_t clear, const Advertised& what) {
     change_phy(port, kPhyControl, 0, kRestart);
 }
 
-void apply_port_config(int port, const port_setting& setting) {
+int apply_port_config(int user_port, const port_setting& setting) {
     const std::string_view mode = field_text(setting.mode);
+    if (mode == "loop" || mode == "loopoff") {  // whatever port the index names
+        print_out("Not implemnted..%s\n", TextCopy<sizeof setting.mode>(mode).c_str());
+        return 0;
+    }
+    const int port = switch_port_of(hardware(), user_port);
+    if (port == kNoPort) return -1;
     if (mode == "on" || mode == "off") {
         enable_mac(port, mode == "on");
-    } else if (mode == "loop" || mode == "loopoff") {
-        print_out("Not implemnted..%s\n", TextCopy<sizeof setting.mode>(mode).c_str());
     } else if (mode == "auto") {
         enable_mac(port, true);
         advertise(port, 0, {"", "", kAdvertise, kAdvertiseGigabit});
@@ -86,6 +90,7 @@ void apply_port_config(int port, const port_setting& setting) {
         advertise(port, kAdvertise | kAdvertiseGigabit,
                   advertised(field_text(setting.speed), field_text(setting.duplex)));
     }
+    return 0;
 }
 
 void apply_stored(int user_port) {
@@ -98,10 +103,7 @@ void apply_stored(int user_port) {
 int set_port_config(int user_port, const port_setting* setting) {
     if (setting == nullptr) return -1;
     const SwitchLock lock;
-    const int port = switch_port_of(hardware(), user_port);
-    if (port == kNoPort) return -1;
-    apply_port_config(port, *setting);
-    return 0;
+    return apply_port_config(user_port, *setting);
 }
 
 int init_portconfig() {

@@ -138,6 +138,17 @@ TEST_F(Ports, StoredSettingsAreAppliedPortByPort) {
     EXPECT_EQ(expected, journal());
 }
 
+TEST_F(Ports, LoopModesPrintTheirLineForEveryIndex) {
+    for (const int port : {1, kWan, kNoSuchPort, 0, -1})
+        for (const std::string mode : {"loop", "loopoff"}) {
+            port_setting setting = {};
+            std::strcpy(setting.mode, mode.c_str());
+            clear_journal();
+            EXPECT_EQ(0, set_port_config(port, &setting));
+            EXPECT_EQ(under_lock({"out Not implemnted.." + mode}), journal());
+        }
+}
+
 TEST_F(Ports, APortWithoutASwitchPortIsLeftAlone) {
     port_setting state = {"#", "#", "#"};
     port_counters counters;
