@@ -6,8 +6,8 @@
  * "switch". When the Ethernet driver refuses a register, the calling process ends with status 0
  * after a message. Link, counters and settings of a user port index that the host maps to no
  * switch port, or with a null record, give -1: nothing is read from or written to the switch, and
- * no record is touched. Null entries, lists and addresses are answered at once: 0, and -1 for a
- * port number.
+ * no record is touched (for the modes "loop" and "loopoff" see set_port_config()). Null entries,
+ * lists and addresses are answered at once: 0, and -1 for a port number.
  */
 #pragma once
 
@@ -49,7 +49,9 @@ PLATFORM_API int clear_port_statistics(void);
 
 /*
  * Switches a port on or off, or sets what it advertises (IEEE 802.3 clause 22 registers 4 and 9),
- * under the switch lock. 0. The second form applies the stored settings of all ports.
+ * under the switch lock. 0. The modes "loop" and "loopoff" are not available on this board: they
+ * print a line and return 0 for every user port index, whether or not it has a switch port. The
+ * second form applies the stored settings of all ports.
  */
 PLATFORM_API int set_port_config(int user_port, const struct port_setting* setting);
 PLATFORM_API int init_portconfig(void);
@@ -69,9 +71,9 @@ PLATFORM_API int mtk_optimize_set(void); /* 0 */
 /*
  * Walks the switch's address table from its start: the unicast addresses learnt on a port of the
  * mask (one bit for each switch port), at most capacity of them. Returns how many were stored.
- * Takes a millisecond for each address. A table without an entry in use for twenty seconds, or
- * with empty entries without end, ends the walk. The second form holds the switch lock and warns
- * when the capacity was reached.
+ * Takes a millisecond for each address. The walk gives up, with a line on standard error, when the
+ * switch presents no entry for twenty seconds on end, and after 65536 aged entries; what was stored
+ * until then counts. The second form holds the switch lock and warns when the capacity was reached.
  */
 PLATFORM_API int mt753x_get_all_macentry(struct switch_mac_entry* entries, int capacity,
                                          int port_mask);

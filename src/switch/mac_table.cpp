@@ -22,7 +22,7 @@ constexpr uint32_t kEnded = 0x4000;
 constexpr uint32_t kBusy = 0x8000;
 
 constexpr int kMostWalked = 2045;      // the table holds 2048 entries
-constexpr int kMostPolls = 4096;       // without an entry in use: twenty seconds
+constexpr int kMostPolls = 4096;       // in a row without an entry: twenty seconds
 constexpr int kMostEmptied = 1 << 16;  // aged entries; the search goes round a broken table
 
 uint32_t read_register(uint32_t offset) {
@@ -52,6 +52,11 @@ bool is_wanted(const switch_mac_entry& entry, int port_mask) {
     return !is_group && (entry.port_map & port_mask) != 0;
 }
 
+int give_up(int stored) {
+    print_error("Warning:switch table search given up, %d entries found\n", stored);
+    return stored;
+}
+
 int walk(switch_mac_entry* entries, int capacity, int port_mask) {
     int stored = 0;
     int walked = 0;
@@ -61,17 +66,18 @@ int walk(switch_mac_entry* entries, int capacity, int port_mask) {
     while (stored < capacity) {
         const uint32_t status = read_register(kControl);
         if ((status & (kPresented | kBusy)) != kPresented) {
-            if ((status & kEnded) != 0 || ++polls > kMostPolls) break;
+            if ((status & kEnded) != 0) break;
+            if (++polls > kMostPolls) return give_up(stored);
             pause_ms(5);
             continue;
         }
+        polls = 0;
         const uint32_t attributes = read_register(kAttributes);
         if (!is_in_use(attributes)) {
-            if (++emptied > kMostEmptied) break;
+            if (++emptied > kMostEmptied) return give_up(stored);
             reg_write(kControl, kSearchNext);
             continue;
         }
-        polls = 0;
         const uint32_t high = read_register(kAddressHigh);
         const uint32_t low = read_register(kAddressLow);
         const switch_mac_entry entry = entry_of(high, low, attributes);

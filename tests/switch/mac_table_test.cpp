@@ -21,6 +21,10 @@ protected:
     int walk(int capacity, int mask) {
         return mt753x_get_all_macentry(entries.data(), capacity, mask);
     }
+    static std::string given_up(int found) {
+        return "Warning:switch table search given up, " + std::to_string(found) +
+               " entries found\n";
+    }
     std::vector<switch_mac_entry> entries = std::vector<switch_mac_entry>(4096);
 };
 
@@ -66,10 +70,25 @@ TEST_F(MacTable, ABrokenTableDoesNotHoldUsForEver) {
     clear_journal();
     table.rows[0].busy = INT_MAX;
     EXPECT_EQ(0, walk(4096, 0x7F));
+    EXPECT_EQ(given_up(0), err());
     EXPECT_EQ(Lines(4096, "usleep 5000"), journal());
     table.rows = {station(1, 1, 0)};
     EXPECT_EQ(0, walk(4096, 0x7F));
+    EXPECT_EQ(given_up(0), err());
     EXPECT_EQ(4096u, journal().size());
+}
+
+TEST_F(MacTable, BusyPollsCountAnewAfterAnEntryOfAnyKind) {
+    journal_registers = journal_sockets = false;
+    table.rows.assign(1400, station(1, 1, 0));
+    for (harness::AddressTable::Row& row : table.rows) row.busy = 3;
+    table.rows.push_back(station(2, 1));
+    EXPECT_EQ(1, walk(4096, 0x7F));
+    EXPECT_EQ("", err());
+    table.rows.push_back(station(3, 1));
+    table.rows.back().busy = INT_MAX;
+    EXPECT_EQ(1, walk(4096, 0x7F));
+    EXPECT_EQ(given_up(1), err());
 }
 
 class WiredStations : public MacTable {
