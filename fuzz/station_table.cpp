@@ -1,6 +1,7 @@
 // The driver's station table.
 #include "wireless/station_table.h"
 #include "platform/wireless.h"
+#include "support/number.h"
 #include "target.h"
 
 using namespace fuzz_target;
@@ -20,6 +21,7 @@ void expect_sound(const station_list& list) {
 void fuzz(Pieces& input) {
     std::string mac = input.text();
     outside().text = input.rest();
+    CLAIM(platform::leading_unsigned(mac) == std::strtoull(mac.c_str(), nullptr, 10));
 
     Output<station_list> list;
     std::memcpy(list->ifname, "ra0", 4);

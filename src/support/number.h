@@ -12,28 +12,47 @@ constexpr bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
 
-// Leading decimal digits, 0 when there are none; what is too large is the largest value.
-constexpr uint64_t leading_digits(std::string_view text) {
+constexpr bool is_space(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+// Leading decimal digits, 0 when there are none; nothing when they are more than 64 bits.
+constexpr std::optional<uint64_t> leading_digits(std::string_view text) {
     uint64_t value = 0;
     for (const char c : text) {
         if (!is_digit(c)) break;
         if (__builtin_mul_overflow(value, uint64_t{10}, &value) ||
             __builtin_add_overflow(value, static_cast<uint64_t>(c - '0'), &value))
-            return UINT64_MAX;
+            return {};
     }
     return value;
+}
+
+// Takes the blanks and the sign before a number. Whether the sign is "-".
+constexpr bool take_sign(std::string_view& text) {
+    while (!text.empty() && is_space(text.front())) text.remove_prefix(1);
+    const bool negative = text.starts_with('-');
+    if (negative || text.starts_with('+')) text.remove_prefix(1);
+    return negative;
 }
 
 // Leading digits behind any blanks and a sign. Of a larger number the low 32 bits, and of one
 // beyond 64 bits those of the nearest 64-bit number, as the C library's scanf has it.
 constexpr int32_t leading_decimal(std::string_view text) {
-    while (text.starts_with(' ') || text.starts_with('\t')) text.remove_prefix(1);
-    const bool negative = text.starts_with('-');
-    if (negative || text.starts_with('+')) text.remove_prefix(1);
-    const uint64_t digits = leading_digits(text);
+    const bool negative = take_sign(text);
+    const uint64_t digits = leading_digits(text).value_or(UINT64_MAX);
     const uint64_t limit = uint64_t{INT64_MAX} + negative;
     const uint32_t magnitude = static_cast<uint32_t>(digits < limit ? digits : limit);
     return static_cast<int32_t>(negative ? 0 - magnitude : magnitude);
+}
+
+// The same in 64 bits, as the C library's strtoull has it: a negative number counts down from
+// 2^64, and one that is too large, whatever its sign, is the largest value.
+constexpr uint64_t leading_unsigned(std::string_view text) {
+    const bool negative = take_sign(text);
+    const auto digits = leading_digits(text);
+    if (!digits) return UINT64_MAX;
+    return negative ? 0 - *digits : *digits;
 }
 
 constexpr int hex_digit(char c) {

@@ -21,8 +21,12 @@ public:
         return piece;
     }
 
-    // What has not been taken, whole.
-    constexpr std::string_view rest() const { return ended_ ? "" : rest_; }
+    // The next piece that is not empty.
+    constexpr std::optional<std::string_view> next_filled() {
+        auto piece = next();
+        while (piece && piece->empty()) piece = next();
+        return piece;
+    }
 
 private:
     std::string_view rest_;

@@ -10,10 +10,6 @@
 namespace platform {
 namespace {
 
-constexpr bool is_space(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
 // ":" goes before "-"; nothing for raw bytes, behind which there may be no memory of ours.
 char separator_of(const char* address) {
     const std::string_view head(address, strnlen(address, kMacSize));

@@ -8,15 +8,6 @@
 #include "support/text.h"
 
 namespace platform {
-namespace {
-
-// The next value, if there is one and it is not empty.
-std::optional<std::string_view> next_value(Split& values) {
-    const auto value = values.next();
-    return value && !value->empty() ? value : std::nullopt;
-}
-
-}  // namespace
 
 std::optional<std::string_view> find_stats(File& file, std::string_view key,
                                            std::span<char> buffer) {
@@ -27,16 +18,16 @@ std::optional<std::string_view> find_stats(File& file, std::string_view key,
 
 void read_dfs_values(std::string_view text, dfs_info& info) {
     Split values(text, ',');
-    if (const auto mode = next_value(values)) {
+    if (const auto mode = values.next_filled()) {
         const int32_t rd_mode = leading_decimal(*mode);
         if (rd_mode >= 0 && rd_mode <= 2) info.rd_mode = rd_mode;
     }
-    const auto moving_time = next_value(values);
+    const auto moving_time = values.next_filled();
     info.channel_moving_time = moving_time ? leading_decimal(*moving_time) : 0;
     if (!moving_time) return;
-    const std::string_view count = values.rest();
+    const auto count = values.next_filled();
     const int64_t remaining =
-        count.empty() ? 0 : int64_t{info.channel_moving_time} - leading_decimal(count);
+        count ? int64_t{info.channel_moving_time} - leading_decimal(*count) : 0;
     info.remaining = static_cast<int32_t>(std::clamp(remaining, int64_t{0}, int64_t{INT32_MAX}));
 }
 

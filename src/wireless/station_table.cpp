@@ -35,8 +35,7 @@ void put_chains(std::string_view column, station_entry& entry) {
     entry.chain_best = 0;
     Split pieces({column.data(), std::min(column.size(), kColumnLength)}, '/');
     for (int32_t& chain : entry.chain) {
-        auto piece = pieces.next();
-        while (piece && piece->empty()) piece = pieces.next();
+        const auto piece = pieces.next_filled();
         if (!piece) return;
         chain = leading_decimal(*piece);
         if (entry.chain_best == 0 || entry.chain_best < chain) entry.chain_best = chain;
@@ -48,7 +47,7 @@ void put_number(Tokens& columns, int32_t& field) {
 }
 
 void put_counter(Tokens& columns, uint64_t& field) {
-    if (const auto column = columns.next()) field = leading_digits(*column);
+    if (const auto column = columns.next()) field = leading_unsigned(*column);
 }
 
 }  // namespace

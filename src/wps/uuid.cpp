@@ -12,13 +12,6 @@ namespace {
 
 constexpr int kGroups = 5;
 
-// The next group; runs of "-" part two groups like one.
-std::optional<std::string_view> next_group(Split& groups) {
-    auto group = groups.next();
-    while (group && group->empty()) group = groups.next();
-    return group;
-}
-
 }  // namespace
 
 int wireless_get_wps_uuid(const char* ifname, uint8_t* uuid, uint32_t* length) {
@@ -37,7 +30,7 @@ int trans_uuid_str_to_hex(const char* text, uint8_t uuid[16]) {
     TextBuffer<kTextLength + 1> digits;
     Split groups(text, '-');
     for (int i = 0; i < kGroups; ++i) {
-        const auto group = next_group(groups);
+        const auto group = groups.next_filled();  // runs of "-" part two groups like one
         if (!group) return -1;
         digits.put(*group);
     }

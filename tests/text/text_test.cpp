@@ -68,7 +68,7 @@ TEST(LeadingDigits, StopAtTheFirstOtherCharacterAndAtTheLargestNumber) {
     EXPECT_EQ(1u, platform::leading_digits("1x2"));
     EXPECT_EQ(7u, platform::leading_digits("007"));
     EXPECT_EQ(UINT64_MAX - 1, platform::leading_digits("18446744073709551614"));
-    EXPECT_EQ(UINT64_MAX, platform::leading_digits("18446744073709551616"));
+    EXPECT_EQ(std::nullopt, platform::leading_digits("18446744073709551616"));
 }
 
 TEST(LeadingDecimal, TakesBlanksAndASignAndKeepsTheLowWord) {

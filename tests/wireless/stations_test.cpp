@@ -86,9 +86,13 @@ TEST_F(Stations, FillTheColumnsThatTheirLineHas) {
 }
 
 TEST_F(Stations, CountIn64BitsInTheV2Format) {
-    list_stations("V2x\n0 0 1 2 3 4 5 6 18446744073709551615 4294967296\n");
-    EXPECT_EQ(UINT64_MAX, list.entries[0].column9_v2);
-    EXPECT_EQ(1ull << 32, list.entries[0].column10_v2);
+    for (const std::string text :
+         {"4294967296", "18446744073709551616", "-1", "+7", "-18446744073709551615",
+          "-18446744073709551616", "\v\f\r9", "5x", "x", "-", "0x10"}) {
+        list_stations("V2x\n0 0 1 2 3 4 5 6 18446744073709551615 " + text + '\n');
+        EXPECT_EQ(UINT64_MAX, list.entries[0].column9_v2);
+        EXPECT_EQ(strtoull(text.c_str(), nullptr, 10), list.entries[0].column10_v2) << text;
+    }
     table = "V2\nV1\n0 0 1 2 3 4 5 6 7 8\n";  // the second header decides
     EXPECT_EQ(0, wireless_api_get_station_list(&list));
     EXPECT_EQ(7, list.entries[0].column9);

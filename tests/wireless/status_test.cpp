@@ -74,7 +74,8 @@ TEST_F(Status, ReadsRadarDetection) {
     const std::string key = "Dot11_H.RDMode,Dot11_H.ChMovingTime,Dot11_H.RDCount";
     for (const auto& [values, mode, moving_time, remaining] : rows<std::string, int, int, int>(
              "=2,60,15 2 60 45  =1,60,90 1 60 0  =0,60,60 0 60 0  =3,60,0 -7 60 60 "
-             "=-1,60,0 -7 60 60  =2,60 2 60 0  =2 2 0 -7  = -7 0 -7"))
+             "=-1,60,0 -7 60 60  =2,60 2 60 0  =2 2 0 -7  = -7 0 -7  =2,,60,,15 2 60 45  "
+             "=,,2,60,15 2 60 45  =2,60,, 2 60 0  =,2, 2 0 -7  =,, -7 0 -7"))
         for (const std::string& end : harness::Lines{"", "\n", "\n" + key + "=1,9,1\n"}) {
             statistics = "A=1\n\n" + key + values + end;
             EXPECT_EQ((std::array{1, mode, moving_time, remaining}), radar()) << values;
