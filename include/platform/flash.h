@@ -90,9 +90,10 @@ PLATFORM_API extern const char* const module_list[MODULE_COUNT];
 PLATFORM_API int init_mt7622(void);
 
 /*
- * Reads a boot variable as one line into value[size], which is cleared first: an unset variable
- * reads as the empty text, a value with line feeds as its first line. 1 when the tool ran, 0
- * when it did not, when there is no room, and for a name that is empty or too long.
+ * Reads a boot variable as one line into value[size]. All of value[size] is cleared first, whatever
+ * the result: an unset variable, and one that could not be read, leaves the empty text. Of a value
+ * with line feeds it gives the first line. Returns 1 when the tool ran; 0 when it did not, when
+ * there is no room, and for a name that is empty, too long or begins with "-".
  */
 PLATFORM_API int get_bootconfig(const char* name, char* value, int size);
 
@@ -112,7 +113,12 @@ PLATFORM_API int get_hwaddr_flash_raw(const char* ifname, uint8_t mac[6]);
 /* The same as upper-case text with colons, in a buffer of at least 18 bytes. Always 1. */
 PLATFORM_API int get_hwaddr_flash(const char* ifname, char* text);
 
-/* Stores a base address as "ethaddr" and in both radios' calibration data. Always 1. */
+/*
+ * Stores a base address as "ethaddr" and in both radios' calibration data. Always returns 1.
+ *
+ * The second form takes a text, which the host's strtomac() turns into bytes that were zeroed
+ * before. It refuses none: a text that strtomac() cannot read stores 00:00:00:00:00:00.
+ */
 PLATFORM_API int set_hwaddr_flash_raw(const uint8_t mac[6]);
 PLATFORM_API int set_hwaddr_flash(const char* text);
 

@@ -38,11 +38,12 @@ PLATFORM_API int32_t get_wl_mode_by_ifname2(const char* ifname);
 
 /*
  * Writes the BSS's interface name, prefix and BSS number, into a buffer of 32 bytes and returns
- * 1. A name of more than 31 characters, or a null buffer, is refused: 0, nothing written.
+ * 1. A name of more than 31 characters, or a null buffer, is refused: 0, and the buffer keeps the
+ * caller's bytes.
  */
 PLATFORM_API int wireless_api_get_ifname(uint32_t wl_index, char* ifname);
 
-/* The same name in a static buffer of 32 bytes; empty when it is refused. */
+/* The same name in a static buffer of 32 bytes. A refused one gives the empty text, never null. */
 PLATFORM_API const char* get_wl_ifname(uint32_t wl_index);
 
 PLATFORM_END_DECLS

@@ -33,7 +33,10 @@ PLATFORM_API int wireless_set_wps_led(const char* ifname, int on); /* 0: the LED
  */
 PLATFORM_API int wireless_get_wps_status(const char* ifname, uint32_t* raw);
 
-/* Writes the name of the first interface whose run ended well, 32 bytes; 1, or 0 untouched. */
+/*
+ * Writes the name of the first interface whose run ended well, cut to 31 characters, into a buffer
+ * of 32 bytes. Returns 1, or 0 untouched.
+ */
 PLATFORM_API int wireless_get_wps_configured_ifname(char* ifname);
 
 /* The interface's WPS PIN, present or newly made; -1 when the driver does not answer. */
