@@ -1,4 +1,4 @@
-#include "frame/host.h"
+#include "frame/host_buffer.h"
 #include "frame/radios.h"
 #include "platform/profile.h"
 #include "platform/wlmap.h"
@@ -61,13 +61,13 @@ const char* designation(const char* model) {
 
 void wsc_profile_update() {
     const TextCopy<128> mac(get_my_mac());
-    char product[PLATFORM_SYSINFO_SIZE] = {};
-    get_si("pi", product);
-    product[sizeof product - 1] = '\0';
+    HostBuffer<char[PLATFORM_SYSINFO_SIZE]> product;
+    get_si("pi", product.block);
+    product.block[sizeof product.block - 1] = '\0';
     for (const int32_t wl_mode : RadioList()) {
         const Profile profile(wl_mode);
         profile.set("WscManufacturer", kBrand.data());
-        profile.set("WscModelName", designation(product));
+        profile.set("WscModelName", designation(product.block));
         char device[128] = {};
         easymesh_make_wsc_kdx_type_str(device, sizeof device);
         profile.set("WscDeviceName", device);
