@@ -59,7 +59,7 @@ void set_radius_keys(ProfileList& profile, const RadioConf& conf) {
     constexpr size_t kServerLength = 30;  // with its ";" and terminator an entry takes 32 bytes
     TextBuffer<1024> servers;
     for (const wireless_conf& bss : conf.bss) {
-        const TextCopy<kServerLength + 1> server(field_text(bss.radius_server));
+        const TextCopy<kServerLength + 1> server(first_line(field_text(bss.radius_server)));
         servers.put(server.view().empty() ? "0.0.0.0" : server.view()).put(';');
     }
     profile.set("RADIUS_Server", servers);
