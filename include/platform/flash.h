@@ -142,9 +142,9 @@ PLATFORM_API int restore_backup_config(const char* path);
 /* Not available on this board: -1. */
 PLATFORM_API int soft_reset(void);
 
-/* The WPS PIN is not kept in flash on this board: 0. */
-PLATFORM_API int set_pincode_flash(void);
-PLATFORM_API int get_pincode_flash(void);
+/* The WPS PIN is not kept in flash on this board. Return 0, whatever they are passed. */
+PLATFORM_API int set_pincode_flash(PLATFORM_ANY(void));
+PLATFORM_API int get_pincode_flash(PLATFORM_ANY(void));
 
 /* 1 while the marker /tmp/factory_default_mode exists, else 0. */
 PLATFORM_API int is_factory_test_mode(void);
@@ -156,12 +156,14 @@ PLATFORM_API int is_factory_test_mode(void);
 PLATFORM_API int set_ftm_cache(void);
 
 /* Entry points that this board answers at once. */
-PLATFORM_API int get_usb_mode(void); /* 2 */
-PLATFORM_API int set_usb_mode(void); /* 0, and so the next four */
-PLATFORM_API int platform_save(void);
-PLATFORM_API int platform_default(void);
-PLATFORM_API int platform_restore(void);
-PLATFORM_API int platform_reset(void);
+PLATFORM_API int get_usb_mode(void);          /* 2 */
 PLATFORM_API int platform_preinit(int value); /* its argument */
+
+/* So are these, with 0, whatever they are passed. */
+PLATFORM_API int set_usb_mode(PLATFORM_ANY(void));
+PLATFORM_API int platform_save(PLATFORM_ANY(void));
+PLATFORM_API int platform_default(PLATFORM_ANY(void));
+PLATFORM_API int platform_restore(PLATFORM_ANY(void));
+PLATFORM_API int platform_reset(PLATFORM_ANY(void));
 
 PLATFORM_END_DECLS

@@ -109,8 +109,10 @@ PLATFORM_API int wireless_macauth_set_policy(uint32_t wl_index, int policy);
  * addresses. Without memory the driver's list stays cleared and the profile as it was. 0.
  */
 PLATFORM_API int wireless_apply_macauth(uint32_t wl_index);
-PLATFORM_API int wireless_macauth_kickall(void); /* 0 */
-PLATFORM_API int wireless_macauth_kickmac(void); /* 0 */
+
+/* The driver drops nobody on request: these do nothing, whatever they are passed. Return 0. */
+PLATFORM_API int wireless_macauth_kickall(PLATFORM_ANY(void));
+PLATFORM_API int wireless_macauth_kickmac(PLATFORM_ANY(void));
 
 /*
  * The channel that the radio runs on, or the configured one while it is down. An 80 MHz width is
