@@ -6,9 +6,8 @@
 #define PLATFORM_BEGIN_DECLS extern "C" {
 #define PLATFORM_END_DECLS }
 #else
-#define PLATFORM_BEGIN_DECLS       \
-    _Pragma("GCC diagnostic push") \
-    _Pragma("GCC diagnostic ignored \"-Wstrict-prototypes\"")
+#define PLATFORM_BEGIN_DECLS \
+    _Pragma("GCC diagnostic push") _Pragma("GCC diagnostic ignored \"-Wstrict-prototypes\"")
 #define PLATFORM_END_DECLS _Pragma("GCC diagnostic pop")
 #endif
 

@@ -7,10 +7,12 @@
  *
  * Boot variables live in the u-boot environment, which the board's uboot_env tool reads and, with
  * the mtd tool, writes into the "Config" partition. Every byte of a name and of a value reaches
- * the tool as it is; a name and value that do not fit a command of 255 characters together, or
- * whose quoting for the shell takes 256 more, leave the environment as it was. Nothing is locked:
- * callers serialise environment writes. A null address, text or interface name, where null is not
- * said to mean something, does nothing and gives the usual result.
+ * the tool as it is. A name and value leave the environment as it was when they have more than 208
+ * characters together, or 464 as quoted for the shell; a name is too long to be read with more than
+ * 236, or 492 quoted. Quoting adds two characters to a text that is not all letters, digits and
+ * _-./:,=+@%, and three more for each "'" in it. Nothing is locked: callers serialise environment
+ * writes. A null address, text or interface name, where null is not said to mean something, does
+ * nothing and gives the usual result.
  */
 #pragma once
 
@@ -135,7 +137,7 @@ PLATFORM_API int send_system_reboot_signal(void);
 
 /*
  * Restores a backup file. 0 when the restore tool succeeded, else -1; also for a null or empty path
- * and for one that no command of 4223 characters holds.
+ * and for one of more than 4203 characters, or 4459 as quoted for the shell.
  */
 PLATFORM_API int restore_backup_config(const char* path);
 

@@ -41,7 +41,7 @@ PLATFORM_API int platform_usb_led_control(int port, int on); /* port 0 to 17 */
 PLATFORM_API int platform_all_wl_led_control(int on);        /* the second LED's result */
 PLATFORM_API int platform_all_wan_led_control(int on);
 PLATFORM_API int platform_all_lan_led_control(int on);
-PLATFORM_API int platform_all_usb_led_control(int on); /* the number of USB LEDs */
+PLATFORM_API int platform_all_usb_led_control(int on);             /* the number of USB LEDs */
 PLATFORM_API void platform_init_led_control(PLATFORM_ANY(int on)); /* does nothing */
 
 /* What the run LED shows, a text of the host's; "blink" when none is set. 0. */

@@ -4,7 +4,8 @@
  * The functions run board commands and call the host on the caller's thread. Bringing a radio up
  * takes a second when its first BSS is on, and up to ten more while an automatic channel is
  * chosen. Interface names that hold a "/" never name a driver's output file: such a query runs
- * nothing and fails.
+ * nothing and fails. Where a link, FIFO or device stands in such a file's place it is removed;
+ * where a directory does, the query runs nothing and fails, and a scan counts as ended.
  */
 #pragma once
 
