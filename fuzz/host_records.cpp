@@ -25,6 +25,24 @@ void fill_state(Pieces& input) {
     for (mac_filter_entry& entry : entries) fill(entry, records);
     host.mac_filters[0] = {1, entries};
     host.max_mac_filter = 300;
+    host.my_mac = host.lan_address = host.wsc_device_name = input.text();
+}
+
+// As the host writes a profile, a line for each key, it has one line of each key that the library
+// set and no other.
+void check_profiles() {
+    CLAIM(outside().profiles.size() == 2);
+    for (const auto& [path, keys] : outside().profiles) {
+        std::string text;
+        for (const auto& [key, value] : keys) text += key + '=' + value + '\n';
+        std::string_view rest = text;
+        for (const auto& [key, value] : keys) {
+            const std::string_view line = rest.substr(0, rest.find('\n'));
+            CLAIM(line.substr(0, line.find('=')) == key);
+            rest.remove_prefix(line.size() + 1);
+        }
+        CLAIM(rest.empty());
+    }
 }
 
 }  // namespace
@@ -51,4 +69,5 @@ void fuzz(Pieces& input) {
     const int count = set_quolex_helper_bss(records, 2);
     CLAIM(count >= 3 && count <= PLATFORM_BSS_MAX);
     for (const wireless_conf& record : records) CLAIM(is_terminated(record.ssid));
+    check_profiles();
 }

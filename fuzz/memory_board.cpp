@@ -1,6 +1,7 @@
 #include "memory_board.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/types.h>
 
 #include <algorithm>
@@ -22,12 +23,8 @@ MemoryBoard* current = nullptr;
 
 // The library imports them; that they do nothing is all that it can see of them.
 constexpr const char* kWithoutEffect[] = {
-    "genconfig_read_file",
-    "genconfig_write_file",
     "genconfig_free_ll",
     "genconfig_remove_item",
-    "genconfig_set_intvalue",
-    "genconfig_set_intvalue_direct",
     "wireless_api_get_best_channel2",
     "check_wireless_ifstatus",
     "get_ifexist",
@@ -59,9 +56,14 @@ int do_nothing() {
     return 0;
 }
 
-// Reads the texts that it is handed to their ends, as the host's functions do.
-int read_texts(const char* a, const char* b) {
-    return std::strlen(a) + std::strlen(b) == SIZE_MAX ? 1 : 0;
+int set_key(MemoryBoard::Keys& keys, const char* key, std::string value) {
+    const auto row = std::ranges::find(keys, key, &MemoryBoard::Keys::value_type::first);
+    if (row != keys.end()) {
+        row->second = std::move(value);
+    } else {
+        keys.emplace_back(key, std::move(value));
+    }
+    return 0;
 }
 
 }  // namespace
@@ -105,6 +107,12 @@ struct MemoryHooks {
         const int device = kFirstDevice + static_cast<int>(current->devices_.size());
         current->devices_[device] = 0;
         return device;
+    }
+
+    static int lstat(const char*, struct stat* entry) {
+        *entry = {};
+        entry->st_mode = S_IFREG;
+        return 0;
     }
 
     static int socket(int, int, int) { return open("", 0, 0); }
@@ -152,11 +160,26 @@ struct MemoryHooks {
     }
     static int istatus_get_intvalue_direct(const char*) { return 3; }
 
+    static int read_profile(const char*, genconfig_list*) {
+        current->profile_.clear();
+        return 0;
+    }
     static int set_value(genconfig_list*, const char* key, const char* value) {
-        return read_texts(key, value);
+        return set_key(current->profile_, key, value);
+    }
+    static int set_number(genconfig_list*, const char* key, int32_t value) {
+        return set_key(current->profile_, key, std::to_string(value));
+    }
+    static int write_profile(const char* path, genconfig_list*) {
+        for (const auto& [key, value] : current->profile_)
+            set_key(current->profiles[path], key.c_str(), value);
+        return 0;
     }
     static int set_value_direct(const char* path, const char* key, const char* value) {
-        return read_texts(path, key) + read_texts(key, value);
+        return set_key(current->profiles[path], key, value);
+    }
+    static int set_number_direct(const char* path, const char* key, int32_t value) {
+        return set_key(current->profiles[path], key, std::to_string(value));
     }
     static int get_value_direct(const char*, const char* key, char* value) {
         const std::string line = std::string(key) + '=';
@@ -203,8 +226,13 @@ MemoryBoard::MemoryBoard() : nowhere_(std::fopen("/dev/null", "w")) {
     divert("get_file_string", MemoryHooks::get_file_string);
     divert("istatus_get_value_direct", MemoryHooks::istatus_get_value_direct);
     divert("istatus_get_intvalue_direct", MemoryHooks::istatus_get_intvalue_direct);
+    divert("lstat", MemoryHooks::lstat);
+    divert("genconfig_read_file", MemoryHooks::read_profile);
     divert("genconfig_set_value", MemoryHooks::set_value);
+    divert("genconfig_set_intvalue", MemoryHooks::set_number);
+    divert("genconfig_write_file", MemoryHooks::write_profile);
     divert("genconfig_set_value_direct", MemoryHooks::set_value_direct);
+    divert("genconfig_set_intvalue_direct", MemoryHooks::set_number_direct);
     divert("genconfig_get_value_direct", MemoryHooks::get_value_direct);
     divert("iwconfig_client_get_essid", MemoryHooks::essid);
     divert("iwconfig_client_get_ap_mac", MemoryHooks::ap_mac);

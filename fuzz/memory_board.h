@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "support/library_hook.h"
@@ -29,6 +30,11 @@ public:
     bool file_is_there = false;  // what the host says of every file
     std::vector<std::string> commands;
 
+    // What the library set in the profiles, by path: each key with its last value, in the order of
+    // their first setting. Profiles in memory count as written when they are.
+    using Keys = std::vector<std::pair<std::string, std::string>>;
+    std::map<std::string, Keys> profiles;
+
     // Answers the library's ioctls and gives its commands their status, 0 without.
     std::function<int(unsigned long request, void* record)> on_ioctl;
     std::function<int(const char* command)> on_command;
@@ -45,6 +51,7 @@ private:
     int run(const char* command);
 
     std::map<int, size_t> devices_;  // reading positions
+    Keys profile_;                   // that is open
     size_t streams_ = 0;
     size_t locks_ = 0;
     FILE* nowhere_;

@@ -29,6 +29,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     memory.device.clear();
     memory.essid.clear();
     memory.commands.clear();
+    memory.profiles.clear();
     fuzz_target::Pieces input({reinterpret_cast<const char*>(data), size});
     fuzz(input);
     CLAIM(memory.open_handles() == 0);

@@ -6,8 +6,22 @@
 #define PLATFORM_BEGIN_DECLS extern "C" {
 #define PLATFORM_END_DECLS }
 #else
-#define PLATFORM_BEGIN_DECLS
-#define PLATFORM_END_DECLS
+#define PLATFORM_BEGIN_DECLS \
+    _Pragma("GCC diagnostic push") _Pragma("GCC diagnostic ignored \"-Wstrict-prototypes\"")
+#define PLATFORM_END_DECLS _Pragma("GCC diagnostic pop")
+#endif
+
+/*
+ * The parameters of a function that ignores them all: a C program may pass any arguments, or none.
+ * C++ cannot say so without giving the function another type; a C++ program passes what the
+ * brackets say.
+ */
+#ifdef __cplusplus
+#define PLATFORM_ANY(...) __VA_ARGS__
+#elif __STDC_VERSION__ >= 202311L
+#define PLATFORM_ANY(...) ...
+#else
+#define PLATFORM_ANY(...)
 #endif
 
 /* What the library exports. */

@@ -8,11 +8,13 @@
  *
  * Boot variables live in the u-boot environment, which the board's uboot_env tool reads and, with
  * the mtd tool, writes into the "Config" partition. Every byte of a name and of a value reaches
- * the tool as it is; a name and value that do not fit a command of 255 characters together, or
- * whose quoting for the shell takes 256 more, leave the environment as it was, and so does a name
- * that begins with "-". Nothing is locked:
- * callers serialise environment writes. A null address, text or interface name, where null is not
- * said to mean something, does nothing and gives the usual result.
+ * the tool as it is. A name and value leave the environment as it was when they have more than 208
+ * characters together, or 464 as quoted for the shell; a name is too long to be read with more than
+ * 236, or 492 quoted. Quoting adds two characters to a text that is not all letters, digits and
+ * _-./:,=+@%, and three more for each "'" in it. A name that begins with "-" is neither read nor
+ * set: the tool would take it for an option. Nothing is locked: callers serialise environment
+ * writes. A null address, text or interface name, where null is not said to mean something, does
+ * nothing and gives the usual result.
  */
 #pragma once
 
@@ -148,16 +150,17 @@ PLATFORM_API int send_system_reboot_signal(void);
 
 /*
  * Restores a backup file. Returns 0 when the restore tool succeeded, else -1; also for a null or
- * empty path, one that begins with "-" and one that no command of 4223 characters holds.
+ * empty path, one that begins with "-" and one of more than 4203 characters, or 4459 as quoted for
+ * the shell.
  */
 PLATFORM_API int restore_backup_config(const char* path);
 
 /* Not available on this board: -1. */
 PLATFORM_API int soft_reset(void);
 
-/* The WPS PIN is not kept in flash on this board: 0. */
-PLATFORM_API int set_pincode_flash(void);
-PLATFORM_API int get_pincode_flash(void);
+/* The WPS PIN is not kept in flash on this board. Return 0, whatever they are passed. */
+PLATFORM_API int set_pincode_flash(PLATFORM_ANY(void));
+PLATFORM_API int get_pincode_flash(PLATFORM_ANY(void));
 
 /* 1 while the marker /tmp/factory_default_mode exists, else 0. */
 PLATFORM_API int is_factory_test_mode(void);
@@ -169,12 +172,14 @@ PLATFORM_API int is_factory_test_mode(void);
 PLATFORM_API int set_ftm_cache(void);
 
 /* Entry points that this board answers at once. */
-PLATFORM_API int get_usb_mode(void); /* 2 */
-PLATFORM_API int set_usb_mode(void); /* 0, and so the next four */
-PLATFORM_API int platform_save(void);
-PLATFORM_API int platform_default(void);
-PLATFORM_API int platform_restore(void);
-PLATFORM_API int platform_reset(void);
+PLATFORM_API int get_usb_mode(void);          /* 2 */
 PLATFORM_API int platform_preinit(int value); /* its argument */
+
+/* So are these, with 0, whatever they are passed. */
+PLATFORM_API int set_usb_mode(PLATFORM_ANY(void));
+PLATFORM_API int platform_save(PLATFORM_ANY(void));
+PLATFORM_API int platform_default(PLATFORM_ANY(void));
+PLATFORM_API int platform_restore(PLATFORM_ANY(void));
+PLATFORM_API int platform_reset(PLATFORM_ANY(void));
 
 PLATFORM_END_DECLS

@@ -30,19 +30,19 @@ PLATFORM_API int turn_led(int pin, int on);
 /*
  * LED groups. Results: -1 when the board has no such LED, else turn_led()'s result, or
  * set_port_led_all()'s for the Ethernet ports. The radio is the place in the host's list; a wl mode
- * other than 0 and 1 is the result itself.
+ * other than 0 and 1 is the result itself. Those that do nothing take any arguments.
  */
 PLATFORM_API int platform_run_led_control(int on);
-PLATFORM_API void platform_power_led_control(int on); /* does nothing */
+PLATFORM_API void platform_power_led_control(PLATFORM_ANY(int on)); /* does nothing */
 PLATFORM_API int platform_wl_led_control(int radio, int on);
-PLATFORM_API void platform_wan_led_control(int port, int on); /* does nothing */
+PLATFORM_API void platform_wan_led_control(PLATFORM_ANY(int port, int on)); /* does nothing */
 PLATFORM_API int platform_lan_led_control(int port, int on);
 PLATFORM_API int platform_usb_led_control(int port, int on); /* port 0 to 17 */
 PLATFORM_API int platform_all_wl_led_control(int on);        /* the second LED's result */
 PLATFORM_API int platform_all_wan_led_control(int on);
 PLATFORM_API int platform_all_lan_led_control(int on);
-PLATFORM_API int platform_all_usb_led_control(int on); /* the number of USB LEDs */
-PLATFORM_API void platform_init_led_control(int on);   /* does nothing */
+PLATFORM_API int platform_all_usb_led_control(int on);             /* the number of USB LEDs */
+PLATFORM_API void platform_init_led_control(PLATFORM_ANY(int on)); /* does nothing */
 
 /* What the run LED shows, a text of the host's; "blink" when none is set. 0. */
 PLATFORM_API int set_run_led_op(const char* operation);
@@ -57,10 +57,13 @@ PLATFORM_API int get_run_led_state(void);
  */
 PLATFORM_API int update_led_silent_control(int force, int on);
 
-/* The run LED blinks under led_ctl's command on this board: these do nothing. 0. */
-PLATFORM_API int stop_runled(void);
-PLATFORM_API int start_runled(void);
-PLATFORM_API int set_usbled(void);
-PLATFORM_API void gpio_set_led(void);
+/*
+ * The run LED blinks under led_ctl's command on this board: these do nothing, whatever they are
+ * passed. Return 0.
+ */
+PLATFORM_API int stop_runled(PLATFORM_ANY(void));
+PLATFORM_API int start_runled(PLATFORM_ANY(void));
+PLATFORM_API int set_usbled(PLATFORM_ANY(void));
+PLATFORM_API void gpio_set_led(PLATFORM_ANY(void)); /* no result */
 
 PLATFORM_END_DECLS

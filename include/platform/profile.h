@@ -1,7 +1,8 @@
 /*
  * Updates of the radios' driver profiles on disk. They follow every profile generation and may be
  * run on their own; the driver reads them when a radio is next brought up. A radio without a
- * profile path is passed over by the host's file functions.
+ * profile path is passed over by the host's file functions. A text that holds a line feed ends
+ * there as a value: the rest would be lines, with keys, of its own.
  */
 #pragma once
 

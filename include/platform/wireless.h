@@ -4,7 +4,8 @@
  * The functions run board commands and call the host on the caller's thread. Bringing a radio up
  * takes a second when its first BSS is on, and up to ten more while an automatic channel is
  * chosen. Interface names that hold a "/" never name a driver's output file: such a query runs
- * nothing and fails.
+ * nothing and fails. Where a link, FIFO or device stands in such a file's place it is removed;
+ * where a directory does, the query runs nothing and fails, and a scan counts as ended.
  */
 #pragma once
 
@@ -109,8 +110,10 @@ PLATFORM_API int wireless_macauth_set_policy(uint32_t wl_index, int policy);
  * addresses. Without memory the driver's list stays cleared and the profile as it was. 0.
  */
 PLATFORM_API int wireless_apply_macauth(uint32_t wl_index);
-PLATFORM_API int wireless_macauth_kickall(void); /* 0 */
-PLATFORM_API int wireless_macauth_kickmac(void); /* 0 */
+
+/* The driver drops nobody on request: these do nothing, whatever they are passed. Return 0. */
+PLATFORM_API int wireless_macauth_kickall(PLATFORM_ANY(void));
+PLATFORM_API int wireless_macauth_kickmac(PLATFORM_ANY(void));
 
 /*
  * The channel that the radio runs on, or the configured one while it is down. An 80 MHz width is

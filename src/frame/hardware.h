@@ -2,13 +2,14 @@
 #pragma once
 
 #include "frame/host.h"
+#include "frame/host_buffer.h"
 
 namespace platform {
 
 inline hw_info hardware() {
-    hw_info hw = {};
-    get_si("hw", &hw);
-    return hw;
+    HostBuffer<hw_info> hw;
+    get_si("hw", &hw.block);
+    return hw.block;
 }
 
 }  // namespace platform

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "frame/host_buffer.h"
 #include "frame/runner.h"
 #include "platform/flash.h"
 #include "platform/gpio.h"
@@ -55,9 +56,9 @@ int set_run_led_op(const char* operation) {
 int get_run_led_op(char* operation) {
     if (operation == nullptr) return 0;
 
-    char stored[256] = {};
-    const bool found = istatus_get_value_direct(kOperationKey, stored) != -1;
-    copy_text({operation, kOperationSize}, found ? field_text(stored) : "blink");
+    HostBuffer<char[256]> stored;
+    const bool found = istatus_get_value_direct(kOperationKey, stored.block) != -1;
+    copy_text({operation, kOperationSize}, found ? field_text(stored.block) : "blink");
     return 0;
 }
 

@@ -1,3 +1,4 @@
+#include "frame/host_buffer.h"
 #include "profile/list_value.h"
 #include "profile/sections.h"
 #include "profile/security_words.h"
@@ -58,7 +59,7 @@ void set_radius_keys(ProfileList& profile, const RadioConf& conf) {
     constexpr size_t kServerLength = 30;  // with its ";" and terminator an entry takes 32 bytes
     TextBuffer<1024> servers;
     for (const wireless_conf& bss : conf.bss) {
-        const TextCopy<kServerLength + 1> server(field_text(bss.radius_server));
+        const TextCopy<kServerLength + 1> server(first_line(field_text(bss.radius_server)));
         servers.put(server.view().empty() ? "0.0.0.0" : server.view()).put(';');
     }
     profile.set("RADIUS_Server", servers);
@@ -73,9 +74,9 @@ void set_radius_keys(ProfileList& profile, const RadioConf& conf) {
     for (const wireless_conf& bss : conf.bss)
         profile.set_field(NumberedKey("RADIUS_Key", number++).c_str(), bss.radius_key);
 
-    char address[64] = {};
-    get_lan_ipconfig(address, nullptr, nullptr);
-    profile.set("own_ip_addr", address);
+    HostBuffer<char[64]> address;
+    get_lan_ipconfig(address.block, nullptr, nullptr);
+    profile.set_field("own_ip_addr", address.block);
 }
 
 // A BSS's own keys; the lists that would hold them for all BSSs stay empty so that these apply.

@@ -1,7 +1,8 @@
-#include "frame/host.h"
+#include "frame/host_buffer.h"
 #include "frame/radios.h"
 #include "platform/profile.h"
 #include "platform/wlmap.h"
+#include "profile/profile_list.h"
 #include "support/text.h"
 
 using namespace platform;
@@ -11,23 +12,12 @@ namespace {
 constexpr std::string_view kBrand = "Quolex";
 constexpr int kElementCopies = 4;  // one for each BSS
 
-// A radio's profile on disk.
-class Profile {
-public:
-    explicit Profile(int32_t wl_mode) : path_(get_racfg_filename(wl_mode)) {}
-    void set(const char* key, const char* value) const {
-        genconfig_set_value_direct(path_.c_str(), key, value);
-    }
-    void set(const char* key, int32_t value) const {
-        genconfig_set_intvalue_direct(path_.c_str(), key, value);
-    }
-
-private:
-    TextCopy<PLATFORM_PATH_SIZE> path_;
-};
+ProfileOnDisk profile_of(int32_t wl_mode) {
+    return ProfileOnDisk(get_racfg_filename(wl_mode));
+}
 
 void set_in_every_profile(const RadioList& radios, const char* key, const char* value) {
-    for (const int32_t wl_mode : radios) Profile(wl_mode).set(key, value);
+    for (const int32_t wl_mode : radios) profile_of(wl_mode).set(key, value);
 }
 
 // The element in hexadecimal; its text only up to the terminator.
@@ -61,13 +51,13 @@ const char* designation(const char* model) {
 
 void wsc_profile_update() {
     const TextCopy<128> mac(get_my_mac());
-    char product[PLATFORM_SYSINFO_SIZE] = {};
-    get_si("pi", product);
-    product[sizeof product - 1] = '\0';
+    HostBuffer<char[PLATFORM_SYSINFO_SIZE]> product;
+    get_si("pi", product.block);
+    product.block[sizeof product.block - 1] = '\0';
     for (const int32_t wl_mode : RadioList()) {
-        const Profile profile(wl_mode);
+        const ProfileOnDisk profile = profile_of(wl_mode);
         profile.set("WscManufacturer", kBrand.data());
-        profile.set("WscModelName", designation(product));
+        profile.set("WscModelName", designation(product.block));
         char device[128] = {};
         easymesh_make_wsc_kdx_type_str(device, sizeof device);
         profile.set("WscDeviceName", device);
@@ -84,12 +74,12 @@ void mtk_profile_update_for_easymesh() {
     const RadioList radios;
     set_in_every_profile(radios, "IgmpSnEnable", "1;1;1;1");
 
-    const Profile first(0);
+    const ProfileOnDisk first = profile_of(0);
     first.set("AutoChannelSelect", "3");
     first.set("CountryRegion", 0);
     first.set("AutoChannelSkipList", "12;13");
 
-    const Profile second(1);
+    const ProfileOnDisk second = profile_of(1);
     second.set("AutoChannelSelect", "3");
     second.set("CountryRegionABand", "13");
     second.set("AutoChannelSkipList",

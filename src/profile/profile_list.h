@@ -1,9 +1,13 @@
-// One driver profile in memory: KEY=VALUE lines, edited by key and written back whole.
+// A driver profile: KEY=VALUE lines, edited by key; whole in memory, or key by key on disk.
+//
+// A text ends at its line feed when it becomes a value. Neighbours and users have their say in
+// some: what stands behind the line feed would be lines, with keys, of its own.
 #pragma once
 
 #include <stdint.h>
 
 #include "frame/host.h"
+#include "platform/records.h"
 #include "support/text.h"
 
 namespace platform {
@@ -16,7 +20,7 @@ public:
     ProfileList& operator=(const ProfileList&) = delete;
 
     void set(const char* key, int32_t value) { genconfig_set_intvalue(&list_, key, value); }
-    void set(const char* key, const char* value) { genconfig_set_value(&list_, key, value); }
+    void set(const char* key, const char* value);
     void set(const char* key, const Text& value) { set(key, value.c_str()); }
     void set(const Text& key, const char* value) { set(key.c_str(), value); }
     void set(const Text& key, int32_t value) { set(key.c_str(), value); }
@@ -32,6 +36,20 @@ public:
 private:
     const char* path_;
     genconfig_list list_ = {};
+};
+
+class ProfileOnDisk {
+public:
+    explicit ProfileOnDisk(const char* path) : path_(path) {}
+
+    void set(const char* key, int32_t value) const {
+        genconfig_set_intvalue_direct(path_.c_str(), key, value);
+    }
+    void set(const char* key, const char* value) const;
+    void set(const Text& key, const char* value) const { set(key.c_str(), value); }
+
+private:
+    TextCopy<PLATFORM_PATH_SIZE> path_;
 };
 
 }  // namespace platform

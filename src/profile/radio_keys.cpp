@@ -1,3 +1,4 @@
+#include "frame/host_buffer.h"
 #include "platform/flash.h"
 #include "profile/sections.h"
 #include "support/message.h"
@@ -93,10 +94,10 @@ void set_radio_keys(ProfileList& profile, const wireless_conf& radio) {
 }
 
 void set_power_keys(ProfileList& profile, const wireless_conf& radio) {
-    uint8_t wifi[PLATFORM_SYSINFO_SIZE] = {};
-    get_si("wifi", wifi);
+    HostBuffer<uint8_t[PLATFORM_SYSINFO_SIZE]> wifi;
+    get_si("wifi", wifi.block);
     const TextCopy<sizeof radio.country_code + 1> country(field_text(radio.country_code));
-    int limit = get_wifi_regulated_pwr(wifi, country.c_str(), radio.channel, radio.bandwidth);
+    int limit = get_wifi_regulated_pwr(wifi.block, country.c_str(), radio.channel, radio.bandwidth);
     if (limit == -1) limit = 100;
     const int32_t power =
         is_factory_test_mode() != 0 ? radio.tx_power : static_cast<int32_t>(tx_power(radio, limit));
@@ -105,7 +106,7 @@ void set_power_keys(ProfileList& profile, const wireless_conf& radio) {
     profile.set("PERCENTAGEenable", power != 100);
 
     const regulated_eeprom_entry* table =
-        get_wifi_regulated_eeprom(wifi, country.c_str(), radio.channel, radio.bandwidth);
+        get_wifi_regulated_eeprom(wifi.block, country.c_str(), radio.channel, radio.bandwidth);
     if (table == nullptr || is_factory_test_mode() != 0) return;
     TextBuffer<256> overrides;
     list_overrides(table, overrides);

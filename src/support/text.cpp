@@ -1,6 +1,5 @@
 #include "support/text.h"
 
-#include <algorithm>
 #include <charconv>
 
 namespace platform {

@@ -5,6 +5,7 @@
 #include <stdint.h>
 #include <string.h>
 
+#include <algorithm>
 #include <span>
 #include <string_view>
 
@@ -19,6 +20,11 @@ std::string_view field_text(const char (&field)[kSize]) {
 // A null text reads as the empty one.
 inline std::string_view text_of(const char* text) {
     return text != nullptr ? text : "";
+}
+
+// Up to the first line feed.
+constexpr std::string_view first_line(std::string_view text) {
+    return {text.data(), std::min(text.find('\n'), text.size())};
 }
 
 constexpr bool has_prefix(std::string_view text, std::string_view prefix) {

@@ -5,6 +5,7 @@
 #include "platform/wireless.h"
 #include "platform/wlmap.h"
 #include "profile/list_value.h"
+#include "profile/profile_list.h"
 #include "support/heap.h"
 
 using namespace platform;
@@ -21,7 +22,7 @@ struct BssPlace {
 
     int32_t wl_mode;
     int32_t number;
-    TextCopy<PLATFORM_PATH_SIZE> profile;
+    ProfileOnDisk profile;
     TextCopy<PLATFORM_IFNAME_SIZE> ifname;
 };
 
@@ -40,8 +41,7 @@ bool apply_list(const BssPlace& place) {
     macauth_acl_string(place.wl_mode, place.number, list.get());
     run_host(Command<kAclSize + 256>("/sbin/iwpriv %s set ACLAddEntry=\"%s\"", place.ifname.view(),
                                      list.get()));
-    genconfig_set_value_direct(place.profile.c_str(),
-                               NumberedKey("AccessControlList", place.number).c_str(), list.get());
+    place.profile.set(NumberedKey("AccessControlList", place.number), list.get());
     return true;
 }
 
@@ -53,8 +53,7 @@ int wireless_macauth_set_policy(uint32_t wl_index, int policy) {
     run_shell(Command<256>("/sbin/iwpriv %s set AccessPolicy=%d", place.ifname.view(), value));
     TextBuffer<16> text;
     text.put_decimal(value);
-    genconfig_set_value_direct(place.profile.c_str(),
-                               NumberedKey("AccessPolicy", place.number).c_str(), text.c_str());
+    place.profile.set(NumberedKey("AccessPolicy", place.number), text.c_str());
     return 0;
 }
 

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include "frame/host_buffer.h"
 #include "frame/runner.h"
 #include "platform/wlmap.h"
 #include "support/message.h"
@@ -88,9 +89,9 @@ void start_wireless_wan(const char* wan) {
     delete_masquerade(wan);
     run_host(Command<256>("/sbin/iptables -t nat -A POSTROUTING -o %s -j MASQUERADE", wan));
     clear_wan(wan);
-    char type[128] = {};
-    get_wan_type("wan1", type);
-    if (field_text(type) == "static") apply_network_configuration();
+    HostBuffer<char[128]> type;
+    get_wan_type("wan1", type.block);
+    if (field_text(type.block) == "static") apply_network_configuration();
 }
 
 // A rule that could be deleted is the sign of a wireless WAN that ran before.

@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "frame/host.h"
-#include "support/command.h"
 #include "support/text.h"
+#include "wireless/driver_file.h"
 
 namespace platform {
 namespace {
@@ -22,11 +22,10 @@ bool is_scan_end(std::string_view status) {
     return status == "0";
 }
 
-// Without a whole command no scan can run, and the file would tell of another radio's.
+// Without an answer of its own no scan can run: the file would tell of another radio's.
 bool has_scan_ended(const char* ifname) {
     const Command<128> command("/sbin/iwpriv %s get_scan_status > /var/run/scan_status", ifname);
-    if (command.text() == nullptr) return true;
-    run_shell(command);
+    if (!run_driver_query(command, kStatusPath)) return true;
     char status[64] = {};
     return get_file_string(kStatusPath, status, sizeof status) == 0 ||
            is_scan_end(field_text(status));

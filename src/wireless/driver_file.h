@@ -1,4 +1,4 @@
-// Texts that the driver prints into a file of the interface's name.
+// Texts that the driver prints into a file.
 #pragma once
 
 #include <string_view>
@@ -10,13 +10,13 @@ namespace platform {
 
 inline constexpr size_t kDriverLineSize = 256;  // a longer line reads as several
 
-// Runs the command and opens the file that it wrote. A null stream when it cannot be opened; also
+// Runs a command that prints into the file of that path. A link, FIFO or device in the file's place
+// is removed first: the shell would follow it, and its reader wait. False when there is no whole
+// command, when what is in the way stays, as a directory does, or when the command left such.
+bool run_driver_query(const AnyCommand& command, const char* path);
+
+// Runs the command and opens the file that it wrote. A null stream when there is none to read; also
 // for a name that could lead out of the file's folder or does not fit, for which nothing is run.
-inline File driver_answer(std::string_view ifname, const AnyCommand& command, const Text& path) {
-    if (ifname.find('/') != std::string_view::npos || !path.ok() || command.text() == nullptr)
-        return File(nullptr);
-    run_shell(command);
-    return File(open_for_reading(path.c_str()));
-}
+File driver_answer(std::string_view ifname, const AnyCommand& command, const Text& path);
 
 }  // namespace platform

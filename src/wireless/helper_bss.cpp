@@ -1,6 +1,7 @@
 #include <string.h>
 
 #include "frame/host.h"
+#include "frame/host_buffer.h"
 #include "platform/wireless.h"
 #include "support/text.h"
 
@@ -53,10 +54,10 @@ bool append_helper(wireless_conf* records, int index, const HelperEntry& helper)
 int set_quolex_helper_bss(wireless_conf* records, int count) {
     if (records == nullptr) return count;
 
-    char software[PLATFORM_SYSINFO_SIZE] = {};
-    get_si("sw", software);
-    const HelperEntry second(software + SW_INFO_HELPER_STRIDE);
-    if (append_helper(records, count, HelperEntry(software))) ++count;
+    HostBuffer<char[PLATFORM_SYSINFO_SIZE]> software;
+    get_si("sw", software.block);
+    const HelperEntry second(software.block + SW_INFO_HELPER_STRIDE);
+    if (append_helper(records, count, HelperEntry(software.block))) ++count;
     if (second.present() && append_helper(records, count, second)) ++count;
     return count;
 }

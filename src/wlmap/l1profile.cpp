@@ -1,6 +1,7 @@
 #include "wlmap/l1profile.h"
 
 #include "frame/host.h"
+#include "frame/host_buffer.h"
 #include "support/key_line.h"
 #include "support/message.h"
 #include "support/stream.h"
@@ -31,12 +32,15 @@ bool l1profile_get(std::string_view key, std::span<char> value) {
     return false;
 }
 
-int l1profile_get_index_value(int32_t radio, std::string_view name, char* value) {
+int l1profile_get_index_value(int32_t radio, std::string_view name, std::span<char> value) {
     char key[32];
     Text prefix(key);
     prefix.put("INDEX").put_decimal(radio).put('_');
     copy_text(std::span(key).subspan(prefix.size()), name);
-    return genconfig_get_value_direct(kIndexFile, key, value);
+    HostBuffer<char[kL1ValueSize]> found;
+    const int result = genconfig_get_value_direct(kIndexFile, key, found.block);
+    if (result != -1) copy_text(value, field_text(found.block));
+    return result;
 }
 
 }  // namespace platform

@@ -14,8 +14,9 @@ inline constexpr size_t kL1ValueSize = 128;
 // or the file is missing. An empty output only tests for the key.
 bool l1profile_get(std::string_view key, std::span<char> value);
 
-// Reads "INDEX<radio>_<name>" through the host's reader; -1 when it is missing. The radio index
-// is taken as it is, the key is cut to 31 characters.
-int l1profile_get_index_value(int32_t radio, std::string_view name, char* value);
+// Reads "INDEX<radio>_<name>" through the host's reader, whose result it returns: -1, with the
+// output untouched, when it is missing. The radio index is taken as it is, the key is cut to 31
+// characters and the value to the output's size, at most 128.
+int l1profile_get_index_value(int32_t radio, std::string_view name, std::span<char> value);
 
 }  // namespace platform

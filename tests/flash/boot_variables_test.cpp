@@ -4,6 +4,8 @@
 #include "platform/flash.h"
 #include "support/board.h"
 
+extern "C" int platform_any_arguments();  // of surface/plain_c.c
+
 namespace {
 
 using harness::Lines;
@@ -176,6 +178,7 @@ TEST_F(SystemActions, RebootAsksProcessOneToEndAndWhatThisBoardLacksAnswersAtOnc
     for (int (*const action)() : {set_pincode_flash, get_pincode_flash, set_usb_mode, platform_save,
                                   platform_default, platform_restore, platform_reset})
         EXPECT_EQ(0, action());
+    EXPECT_EQ(0, platform_any_arguments());
     for (const int value : {0, INT32_MAX}) EXPECT_EQ(value, platform_preinit(value));
     EXPECT_EQ(Lines{"kill 1 15"}, journal());
 }

@@ -110,6 +110,30 @@ TEST_F(ProfileKeys, TextsMayFillTheirFields) {
     expect_keys(0, {full("ApCliWPAPSK=", 108)});
 }
 
+// A neighbour's SSID becomes the repeater client's.
+TEST_F(ProfileKeys, EndAtALineFeedInTheirText) {
+    const std::string text = "a;\rb\nInjected=1\n";
+    const std::string line = text.substr(0, text.find('\n'));
+    radio(0).bss_count = 2;
+    Conf& conf = record(0);
+    for (const std::span<char> field : std::initializer_list<std::span<char>>{
+             conf.ssid, conf.wep_key[0], conf.wpa_psk, conf.apcli_ssid, conf.apcli_bssid,
+             conf.apcli_wep_key[3], conf.radius_key, conf.radius_server, host().pi})
+        put_text(field, text);
+    put_text(conf.country_code, "a\nb=1");
+    put_text(record(0, 1).radius_server, '\n' + text);
+    conf.dfs_enable = 1;
+    conf.encryption = conf.apcli_encryption = WIRELESS_CIPHER_WEP;
+    host().my_mac = host().lan_address = host().wsc_device_name = text;
+    apply(0);
+    Lines expected = {"CountryCode=a", "RADIUS_Server=" + line + ";0.0.0.0;", "Injected", "b"};
+    for (const char* key :
+         {"SSID1=", "Key1Str1=", "WPAPSK1=", "ApCliSsid=", "ApCliBssid=", "ApCliKey4Str=",
+          "RADIUS_Key1=", "own_ip_addr=", "WscModelName=", "WscDeviceName=", "WscModelNumber="})
+        expected.push_back(key + line);
+    expect_keys(0, expected);
+}
+
 TEST_F(ProfileKeys, OfARadioWithoutAPathGoNowhere) {
     write_l1profile("INDEX0_main_ifname=ra0\nINDEX0_ext_ifname=ra\nINDEX0_apcli_ifname=apcli\n");
     EXPECT_EQ("err WL_MODE: 0 Profile Name : \nerr Tx Power for Channel 3 -> 60\n", apply(0));

@@ -4,6 +4,7 @@
 #include <linux/if.h>
 #include <sys/ioctl.h>
 #include <sys/mman.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -119,6 +120,10 @@ struct Hooks {
         return current->fails("read") ? -1 : ::read(fd, bytes, size);
     }
 
+    static int lstat(const char* path, struct stat* entry) {
+        return ::lstat(board::in_tree(path).c_str(), entry);
+    }
+
     static int unlink(const char* path) { return ::unlink(board::in_tree(path).c_str()); }
 
     static int mkdir(const char* path, mode_t mode) {
@@ -217,10 +222,10 @@ Board::Board() : out_(Hooks::open_stream("out ")), err_(Hooks::open_stream("err 
     divert("system3", Hooks::run_host<'3'>);
 #define HOOK(function) std::pair(#function, reinterpret_cast<void*>(Hooks::function))
     for (const auto& [name, replacement] :
-         {HOOK(system), HOOK(popen), HOOK(pclose), HOOK(fopen), HOOK(fwrite), HOOK(open),
-          HOOK(read), HOOK(unlink), HOOK(mkdir), HOOK(socket), HOOK(ioctl), HOOK(close),
-          HOOK(malloc), HOOK(calloc), HOOK(free), HOOK(time), HOOK(sleep), HOOK(usleep),
-          HOOK(kill)})
+         {HOOK(system), HOOK(popen), HOOK(pclose), HOOK(fopen),  HOOK(fwrite),
+          HOOK(open),   HOOK(read),  HOOK(lstat),  HOOK(unlink), HOOK(mkdir),
+          HOOK(socket), HOOK(ioctl), HOOK(close),  HOOK(malloc), HOOK(calloc),
+          HOOK(free),   HOOK(time),  HOOK(sleep),  HOOK(usleep), HOOK(kill)})
         divert(name, static_cast<char*>(replacement));
 #undef HOOK
 }
