@@ -4,7 +4,7 @@ include(CMakePackageConfigHelpers)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/platform)
 set(share_dir ${CMAKE_INSTALL_DATADIR}/${PROJECT_NAME})
 
-install(TARGETS platform EXPORT platform-targets
+install(TARGETS ${INSTALLED_PLATFORM} EXPORT platform-targets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY include/platform DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})

@@ -21,8 +21,6 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr uint32_t kClientNetwork = 4096;
-
 std::string joined(const Texts& texts) {
     std::string line;
     for (const std::string& text : texts) line += (line.empty() ? "" : " ") + text;

@@ -27,6 +27,9 @@ std::vector<Radio> radios_of(const Session& session);
 std::vector<Radio> named_radios(const Session& session, const Arguments& arguments);
 Radio named_radio(const Session& session, const std::string& ifname);
 
+// The number, in a wl index, of the network that a radio joins as a client.
+inline constexpr uint32_t kClientNetwork = 4096;
+
 // A network by its interface, such as ra1.
 struct Network {
     Radio radio;

@@ -12,8 +12,6 @@
 namespace boardctl {
 namespace {
 
-constexpr uint32_t kClientNetwork = 4096;
-
 constexpr const char* kAuthWords[] = {
     "", "open",     "WEP",  "",         "WPA",          "WPA-PSK",
     "", "WPA-None", "WPA2", "WPA2-PSK", "WPA/WPA2-PSK", "WPA/WPA2"};

@@ -35,8 +35,8 @@ json() {
     cmake -P json.cmake 2>&1
 }
 
-"$boardctl" start >/dev/null
-[ $? -eq 77 ] && exit 77
+"$boardctl" start >/dev/null 2>err
+[ $? -eq 77 ] && echo "skipped: $(cat err)" && exit 77
 [ -d "$board/var/board" ] || fail 'the board is not where XDG_STATE_HOME says'
 
 # Help of every verb, and wrong command lines.

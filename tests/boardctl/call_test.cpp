@@ -52,9 +52,9 @@ TEST(CallTable, HasEveryExportedFunctionAndNoOther) {
     EXPECT_EQ(exported, named);
 }
 
-class Call : public harness::Driver {};
+class CallByName : public harness::Driver {};
 
-TEST_F(Call, HandsTextsAndNumbersOverAndShowsWhatComesBack) {
+TEST_F(CallByName, HandsTextsAndNumbersOverAndShowsWhatComesBack) {
     answer("/sbin/uboot_env -g ethaddr", "00:9F:33:01:02:03\n");
     objects["ra0 0974"] = std::string("\x5a\x00\x1b", 3);
     survey = "Ch\tSSID\n";
@@ -75,7 +75,7 @@ wireless_get_scan_buf ra0 4 -> {"result":4,"buffer":"Ch\\x09S"};)";
     EXPECT_EQ("000000", std::string(call("trans_uuid_str_to_hex 0-0-0-0-0")["uuid"]).substr(26));
 }
 
-TEST_F(Call, HandsBytesOver) {
+TEST_F(CallByName, HandsBytesOver) {
     objects["ra0 8ef0"];
     EXPECT_EQ(0, call("wsc_set_oid ra0 0xef0 00ff5C 2")["result"]);
     EXPECT_EQ(std::string("\x00\xff", 2), payload);
@@ -87,7 +87,7 @@ TEST_F(Call, HandsBytesOver) {
     EXPECT_EQ("$2 iwpriv ra0 e2p 8=021f", commands().at(3));
 }
 
-TEST_F(Call, RecordsComeFromFieldsHexOrFilesAndGoToFiles) {
+TEST_F(CallByName, RecordsComeFromFieldsHexOrFilesAndGoToFiles) {
     const std::string path = board::root() + "/records";
     const auto set =
         call(R"(set_quolex_helper_bss ssid=a\x2c\xff,wep_key[1]=k 1 records=@)" + path);
@@ -107,7 +107,7 @@ TEST_F(Call, RecordsComeFromFieldsHexOrFilesAndGoToFiles) {
     EXPECT_EQ("[]", list["entries"].dump());
 }
 
-TEST_F(Call, RefusesWhatDoesNotFitAndCallsNothing) {
+TEST_F(CallByName, RefusesWhatDoesNotFitAndCallsNothing) {
     const char* const kRows = R"(
 reboot -> no exported function is called "reboot"; turn_led 1 -> turn_led takes 2 arguments, not 1;
 turn_led 1 on -> on: "on" is not a number; turn_led 1 0x -> is not a number;
@@ -135,7 +135,7 @@ platform_wireless_api_get_ap_list entries=1 -> has no field;)";
     EXPECT_EQ(Lines{}, journal());
 }
 
-TEST_F(Call, NoticesWhatIsWrittenPastABuffer) {
+TEST_F(CallByName, NoticesWhatIsWrittenPastABuffer) {
     objects["ra0 0974"] = std::string(65536 + 1, 'x');
     EXPECT_THROW(call("wsc_get_oid ra0 0x974"), boardctl::Failed);
 }

@@ -39,6 +39,7 @@ def main():
             with tempfile.TemporaryDirectory() as home:
                 ended = run(block, home)
             if ended.returncode == 77:
+                print("skipped:", *ended.stdout.splitlines()[-1:])
                 sys.exit(77)
             if ended.returncode != 0:
                 faults.append(f"{document.name}: status {ended.returncode} of\n{block}{ended.stdout}")

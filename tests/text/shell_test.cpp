@@ -19,7 +19,7 @@ namespace {
 using harness::Lines;
 using platform::CommandArgument;
 
-constexpr std::string_view kTool = PRINT_ARGUMENTS;
+constexpr std::string_view kPrinter = PRINT_ARGUMENTS;
 
 class RealShell : public harness::Board, public testing::WithParamInterface<const char*> {
 protected:
@@ -50,7 +50,7 @@ protected:
 
     // Hands every text to the tool in each place where a command can hold one.
     static void expect_exact_arguments(const Lines& texts) {
-        std::string format(kTool);
+        std::string format(kPrinter);
         std::vector<CommandArgument> arguments;
         Lines expected;
         for (const std::string& text : texts) {
@@ -117,7 +117,7 @@ TEST_P(RealShell, SetsBootVariablesOfAnyBytes) {
         set_bootconfig("set", (names[i] + "=" + values[i]).c_str());
         const std::string command = with("/sbin/mtd write - Config", "/bin/cat", journal().at(0));
         EXPECT_EQ((Lines{"-s", names[i] + "=" + values[i]}),
-                  run(with("$ /sbin/uboot_env", kTool, command)));
+                  run(with("$ /sbin/uboot_env", kPrinter, command)));
     }
 }
 
@@ -129,7 +129,7 @@ TEST_P(RealShell, PutsSsidsOfAnyBytesBack) {
         clear_journal();
         wireless_wps_stop("ra0");
         EXPECT_EQ((Lines{"ra0", "set", "SSID=" + ssid}),
-                  run(with("$ /sbin/iwpriv", kTool, commands().at(1))));
+                  run(with("$ /sbin/iwpriv", kPrinter, commands().at(1))));
     }
 }
 
@@ -140,7 +140,7 @@ TEST_P(RealShell, WritesIntoFilesOfAnyName) {
         clear_journal();
         EXPECT_EQ(1, wireless_api_get_station_list(&list));
         const std::string command = with("/var/run/", board::root() + "/tmp/", commands().at(0));
-        EXPECT_EQ(Lines{}, run(with("$ /sbin/iwpriv", kTool, command)));
+        EXPECT_EQ(Lines{}, run(with("$ /sbin/iwpriv", kPrinter, command)));
         EXPECT_EQ(name + '\0' + "get_mac_table" + '\0', read("/tmp/station_table." + name));
     }
 }
