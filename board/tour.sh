@@ -8,12 +8,14 @@ boardctl=$1
 shift
 copies=$(mktemp -d)
 trap 'rm -rf "$copies"' EXIT
+trap 'exit 130' INT # after the call that is under way, which ends the board's processes
+trap 'exit 143' TERM
 board=$copies/board
 if [ "${1:-}" = --board ]; then
     board=$2
     shift 2
 fi
-[ -d "$board/var/board" ] && was_there=yes || was_there=no
+[ -s "$board/.virtual-board" ] && was_there=yes || was_there=no
 faults=0
 
 ctl() { "$boardctl" --board "$board" "$@"; }
@@ -204,6 +206,7 @@ conclude() {
 }
 
 if [ $was_there = yes ]; then
+    ctl start >/dev/null # it may have been broken off before its calibration data was installed
     power_on
 else
     power_on_without_calibration

@@ -1,7 +1,6 @@
 // boardctl: drives the platform library, on the virtual board or on a real one.
 #include <signal.h>
 #include <sys/mman.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -18,6 +17,7 @@
 #include "boardctl/virtual_board.h"
 #include "live/interfaces.h"
 #include "live/tree.h"
+#include "tree/held_signals.h"
 
 namespace boardctl {
 namespace {
@@ -39,9 +39,15 @@ Library load_libraries(const Request& request) {
     return Library(parts.host_library, parts.platform_library);
 }
 
-// Ctrl-C and a closed pipe end the work on the board; this process stays to tell its status.
-void handle_interruptions(void (*handler)(int)) {
-    for (const int signal : {SIGINT, SIGPIPE}) ::signal(signal, handler);
+// A closed pipe ends the work on the board; this process stays to report its status.
+void handle_closed_pipe(void (*handler)(int)) {
+    ::signal(SIGPIPE, handler);
+}
+
+// A caller's shell or script must see that the signal ended this call, too.
+void end_if_interrupted(int status) {
+    for (const int signal : {SIGINT, SIGTERM})
+        if (status == 128 + signal) ::raise(signal);
 }
 
 // Lies in memory that the process which does the work shares with the one that waits for it.
@@ -71,8 +77,10 @@ public:
         : request_(request), library_(load_libraries(request)), progress_(shared_progress()) {}
 
     int run() {
-        handle_interruptions(SIG_IGN);
+        for (const int signal : {SIGINT, SIGTERM}) ::signal(signal, SIG_DFL);
+        handle_closed_pipe(SIG_IGN);
         const int status = request_.is_virtual() ? run_on_virtual_board() : run_here();
+        end_if_interrupted(status);
         if (progress_->has_ended || status == kNotAllowed) return status;
         // The library may end its process; a crash does.
         print_messages(capture_.take());
@@ -85,13 +93,15 @@ private:
         const VirtualBoard board(
             request_.board.empty() ? VirtualBoard::usual_place() : fs::path(request_.board),
             find_parts().tree);
-        if (request_.verb->group == std::string("start")) {
-            const bool is_erased = request_.arguments.has("--erased");
-            if (is_erased || request_.arguments.has("--fresh")) board.remake(is_erased);
-            board.power_on();
-        }
+        const bool is_start = request_.verb->group == std::string("start");
+        const bool is_erased = is_start && request_.arguments.has("--erased");
+        if (is_erased || (is_start && request_.arguments.has("--fresh")))
+            board.make(is_erased);
+        else
+            board.make_if_missing();
+        if (is_start) board.power_on();
         return board.enter([this] {
-            handle_interruptions(SIG_DFL);
+            handle_closed_pipe(SIG_DFL);
             use_board_drivers();
             return answer();
         });
@@ -101,17 +111,17 @@ private:
     int run_here() {
         board::set_root("/.");
         std::fflush(nullptr);
+        const board::HeldSignals signals;
         const pid_t worker = ::fork();
         if (worker < 0) throw Missing("cannot start a process");
         if (worker == 0) {
-            handle_interruptions(SIG_DFL);
+            signals.release();
+            handle_closed_pipe(SIG_DFL);
             const int status = answer();
             std::fflush(nullptr);
             ::_exit(status);
         }
-        int status = 0;
-        ::waitpid(worker, &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+        return signals.wait_for(worker, SIGTERM);
     }
 
     int answer() {

@@ -1,5 +1,7 @@
 #include "boardctl/parts.h"
 
+#include <sys/auxv.h>
+
 #include <system_error>
 
 namespace boardctl {
@@ -10,7 +12,10 @@ namespace fs = std::filesystem;
 // Installed, it lies beside the program's folder; built, below the folder of the build.
 fs::path find_part(const char* installed, const char* built) {
     std::error_code ignored;
-    const fs::path program = fs::read_symlink("/proc/self/exe", ignored).parent_path();
+    fs::path self = fs::read_symlink("/proc/self/exe", ignored);
+    if (self.empty())  // no /proc is mounted
+        self = fs::canonical(reinterpret_cast<const char*>(::getauxval(AT_EXECFN)), ignored);
+    const fs::path program = self.parent_path();
     const fs::path place = program / installed;
     return fs::exists(place, ignored) ? place : program.parent_path() / built;
 }

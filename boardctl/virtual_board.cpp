@@ -2,8 +2,12 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 
 #include "boardctl/errors.h"
 #include "host/entry.h"
@@ -14,39 +18,67 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Held until the process ends. What we start must not hold it.
+[[noreturn]] void refuse(const fs::path& directory, const std::string& reason) {
+    throw Missing(directory.string() + ' ' + reason);
+}
+
+void require_own_folder(const fs::path& directory) {
+    struct stat found {};
+    if (::lstat(directory.c_str(), &found) != 0) refuse(directory, std::strerror(errno));
+    if (S_ISLNK(found.st_mode)) refuse(directory, "is a symbolic link: name the folder itself");
+    if (!S_ISDIR(found.st_mode)) refuse(directory, "is no folder");
+    if (found.st_uid != ::geteuid())
+        refuse(directory, "belongs to another user (" + std::to_string(found.st_uid) +
+                              "): name a folder of your own with --board");
+}
+
+// Held until the board's last process ends: a child keeps it, but not the programs that one runs.
 void lock(const fs::path& directory) {
-    const int fd = ::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int fd = ::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     if (fd < 0 || ::flock(fd, LOCK_EX) != 0)
-        throw Missing("cannot use the board in " + directory.string());
+        refuse(directory, std::string("cannot be used: ") + std::strerror(errno));
+}
+
+fs::path without_last_slash(const fs::path& directory) {
+    const fs::path whole = fs::absolute(directory).lexically_normal();
+    return whole.has_filename() ? whole : whole.parent_path();
 }
 
 }  // namespace
 
 VirtualBoard::VirtualBoard(const fs::path& directory, const board::TreeParts& parts)
-    : directory_(fs::absolute(directory)), parts_(parts) {
+    : directory_(without_last_slash(directory)), parts_(parts) {
     try {
         fs::create_directories(directory_);
+        require_own_folder(directory_);
         lock(directory_);
-        if (!board::is_tree(directory_)) make(board::FactoryData::good);
+        kind_ = board::kind_of(directory_);
+    } catch (const fs::filesystem_error& error) {
+        throw Missing(error.what());
+    }
+    if (kind_ == board::Folder::foreign)
+        refuse(directory_, std::string("is not empty and no virtual board (it has no ") +
+                               board::kMark + "): name an empty or a new folder with --board");
+}
+
+void VirtualBoard::make_if_missing() const {
+    if (kind_ == board::Folder::other_version)
+        refuse(directory_,
+               "is a board of another version: make it anew with \"boardctl start --fresh\"");
+    if (kind_ != board::Folder::board) make(false);
+}
+
+void VirtualBoard::make(bool erased_factory) const {
+    const auto factory = erased_factory ? board::FactoryData::erased : board::FactoryData::good;
+    try {
+        board::make_tree(directory_, parts_, factory);
     } catch (const fs::filesystem_error& error) {
         throw Missing(error.what());
     }
 }
 
-void VirtualBoard::make(board::FactoryData factory) const {
-    if (board::is_tree(directory_))
-        for (const auto& entry : fs::directory_iterator(directory_)) fs::remove_all(entry.path());
-    if (!fs::is_empty(directory_)) throw Missing(directory_.string() + " holds no board");
-    board::make_tree(directory_, parts_, factory);
-}
-
 void VirtualBoard::power_on() const {
     board::power_on(directory_);
-}
-
-void VirtualBoard::remake(bool erased_factory) const {
-    make(erased_factory ? board::FactoryData::erased : board::FactoryData::good);
 }
 
 int VirtualBoard::enter(const std::function<int()>& work) const {

@@ -12,11 +12,13 @@ namespace boardctl {
 
 class VirtualBoard {
 public:
-    // Made when it is not there yet. Only one call at a time works on a board; others wait.
+    // Only one call at a time works on a board; others wait. Throws Missing for a folder that is
+    // neither the caller's own board nor an empty one.
     VirtualBoard(const std::filesystem::path& directory, const board::TreeParts& parts);
 
+    void make_if_missing() const;          // throws Missing for a board of another version
+    void make(bool erased_factory) const;  // as it leaves the factory, or before that
     void power_on() const;
-    void remake(bool erased_factory) const;  // as it leaves the factory, or before that
 
     // Does the work on the board and returns its status, kNotAllowed where that cannot be.
     int enter(const std::function<int()>& work) const;
@@ -28,11 +30,9 @@ public:
     static std::filesystem::path usual_place();
 
 private:
-    // A folder that holds anything else than a board is left alone.
-    void make(board::FactoryData factory) const;
-
     std::filesystem::path directory_;
     board::TreeParts parts_;
+    board::Folder kind_{};
 };
 
 inline constexpr const char* kBoardConfiguration = "/etc/board.conf";

@@ -51,7 +51,7 @@ bool write_partition(const Partition& partition, std::string_view data) {
     const size_t blocks = (data.size() + partition.erase_size - 1) / partition.erase_size;
     content.resize(std::min<size_t>(blocks * partition.erase_size, partition.size), kErased);
     content += read_partition(partition).substr(content.size());
-    return write_text(partition.device, content);
+    return replace_text(partition.device, content);
 }
 
 BootEnvironment BootEnvironment::parse(std::string_view image) {

@@ -88,7 +88,7 @@ bool write_text(std::string_view path, std::string_view text) {
 bool replace_text(std::string_view path, std::string_view text) {
     if (path.empty()) return false;
     const std::string place = in_tree(path);
-    std::string temporary = place + ".XXXXXX";
+    std::string temporary = place + kUnfinished + ".XXXXXX";
     const int fd = ::mkostemp(temporary.data(), O_CLOEXEC);
     if (fd < 0) return false;
     const bool written = write_whole(fd, text) && ::fchmod(fd, 0644) == 0;

@@ -16,6 +16,9 @@ void set_root(std::string directory);
 // The place of an absolute board path on this machine; other paths are left as they are.
 std::string in_tree(std::string_view path);
 
+// What the name of a file that is being written holds beside its own; left by whoever is killed.
+inline constexpr const char* kUnfinished = ".unfinished";
+
 // Files of the tree, by board path.
 bool path_exists(std::string_view path);
 std::optional<std::string> read_text(std::string_view path);

@@ -1,6 +1,7 @@
 #include "tree/make_tree.h"
 
 #include <cstdio>
+#include <fstream>
 #include <memory>
 #include <sstream>
 #include <stdexcept>
@@ -20,6 +21,11 @@ namespace fs = std::filesystem;
 
 constexpr const char* kDirectories[] = {"bin",  "dev",     "etc_ro/wlan", "lib/firmware",
                                         "sbin", "usr/bin", "usr/sbin"};
+
+// Mark of a whole board. A tree that an older one could not use gets the next number.
+constexpr const char* kVersion = "virtual board, version 1\n";
+
+constexpr const char* kAside = ".new";  // a tree that is being made
 
 // Emptied by every start.
 constexpr const char* kVolatileDirectories[] = {"sys", "tmp", "var/board", "var/run"};
@@ -132,10 +138,13 @@ void install_tools(const fs::path& tool, const fs::path& directory) {
     for (const char* name : kToolNames) fs::create_symlink(kToolPath, directory / name);
 }
 
-}  // namespace
+void write_mark(const fs::path& directory, const std::string& text) {
+    std::ofstream mark(directory / kMark, std::ios::trunc);
+    mark << text;
+    require(static_cast<bool>(mark.flush()), "write " + (directory / kMark).string());
+}
 
-void make_tree(const fs::path& directory, const TreeParts& parts, FactoryData factory) {
-    fs::create_directories(directory);
+void fill_tree(const fs::path& directory, const TreeParts& parts, FactoryData factory) {
     fs::copy(parts.image, directory, fs::copy_options::recursive);
     for (const char* name : kDirectories) fs::create_directories(directory / name);
     install_shell(directory);
@@ -147,19 +156,62 @@ void make_tree(const fs::path& directory, const TreeParts& parts, FactoryData fa
     power_on(directory);
 }
 
-void power_on(const fs::path& directory) {
-    for (const char* name : kVolatileDirectories) {
-        fs::remove_all(directory / name);
-        fs::create_directories(directory / name);
+bool is_kept(const fs::path& name) {
+    return name == kMark || name == kAside;
+}
+
+// A link on the way to it is removed, not followed.
+void make_empty_directory(fs::path place, const fs::path& name) {
+    for (const fs::path& part : name) {
+        place /= part;
+        if (fs::is_directory(fs::symlink_status(place))) continue;
+        fs::remove(place);
+        fs::create_directory(place);
     }
+    for (const auto& entry : fs::directory_iterator(place)) fs::remove_all(entry.path());
+}
+
+// Of writes that were broken off; see replace_text().
+void remove_unfinished_files(const fs::path& directory) {
+    for (const auto& entry : fs::recursive_directory_iterator(directory))
+        if (entry.path().stem().extension() == kUnfinished) fs::remove(entry.path());
+}
+
+}  // namespace
+
+Folder kind_of(const fs::path& directory) {
+    const fs::path mark = directory / kMark;
+    if (!fs::is_regular_file(fs::symlink_status(mark)))
+        return fs::is_empty(directory) ? Folder::empty : Folder::foreign;
+    std::ostringstream text;
+    text << std::ifstream(mark).rdbuf();
+    if (text.str().empty()) return Folder::unfinished;
+    return text.str() == kVersion ? Folder::board : Folder::other_version;
+}
+
+void make_tree(const fs::path& directory, const TreeParts& parts, FactoryData factory) {
+    const fs::path aside = directory / kAside;
+    if (kind_of(directory) == Folder::empty) write_mark(directory, "");
+    fs::remove_all(aside);
+    fill_tree(aside, parts, factory);
+
+    write_mark(directory, "");
+    for (const auto& entry : fs::directory_iterator(directory))
+        if (!is_kept(entry.path().filename())) fs::remove_all(entry.path());
+    for (const auto& entry : fs::directory_iterator(aside))
+        fs::rename(entry.path(), directory / entry.path().filename());
+    fs::remove(aside);
+    write_mark(directory, kVersion);
+}
+
+void power_on(const fs::path& directory) {
+    fs::remove_all(directory / kAside);
+    for (const char* name : kVolatileDirectories) make_empty_directory(directory, name);
+    remove_unfinished_files(directory);
     const RootScope scope(directory);
     for (const char* name : kInterfaces) create_interface(name);
     make_pin_file();
     set_interface_up("eth0", true);  // the host's network start-up comes first
-}
-
-bool is_tree(const fs::path& directory) {
-    return fs::is_directory(directory / "var/board");
 }
 
 }  // namespace board

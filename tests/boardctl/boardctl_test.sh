@@ -78,9 +78,26 @@ status 1 calibration install /dev/null
 status 3 calibration install no/such/file
 status 3 --host-library /no/such --platform-library "$platform" radios
 status 3 --host-library "$host" --platform-library /no/such radios
-mkdir full && touch full/of_something
-status 3 --board full radios
-[ -e full/of_something ] || fail 'a folder that is no board was emptied'
+
+# Folders that are no board of the caller's are refused and stay as they are.
+mkdir -p full/var/board other && ln -s "$board" link
+[ "$(id -u)" -eq 0 ] && chown 1 other && foreign=other || foreign=/usr
+while IFS='|' read -r folder reason; do
+    status 3 --board "$folder" start --fresh
+    grep -qF "$reason" err || fail "$folder is not refused since it $reason: $(cat err)"
+done <<EOF
+full|is not empty and no virtual board
+link|is a symbolic link
+$foreign|belongs to another user
+EOF
+[ -d full/var/board ] || fail 'a folder that is no board was emptied'
+[ -d "$board/etc" ] || fail 'a board was emptied through a link'
+mkdir -p old linked/board/kept && echo 'version 0' >old/.virtual-board
+status 3 --board old start
+status 0 --board old start --fresh
+rm -r old/var && ln -s ../linked old/var
+status 0 --board old start
+[ -d linked/board/kept ] || fail 'files were removed through a link'
 status 1 --host-library "$host" --platform-library "$platform" journal
 status 0 --host-library "$host" --platform-library "$platform" --json call mt_rssi_to_pwr -60
 same "$(json result)" 75 'a call of a library that was named'
