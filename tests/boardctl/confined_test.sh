@@ -2,10 +2,11 @@
 # The virtual board where a machine allows less: in a name space of users, without more of these,
 # in a plain chroot; and what boardctl says where it cannot be entered. Status 77 and the reason
 # where this machine does not let us make such places.
-# usage: confined_test.sh BOARDCTL
+# usage: confined_test.sh BOARDCTL BUILD_KIND
 set -uo pipefail
 
-export boardctl=$1
+export boardctl=$1 hidden=/proc
+[ "$2" != instrumented ] || hidden= # memory checkers need it
 scratch=$(mktemp -d)
 trap 'rm -rf --one-file-system "$scratch"' EXIT
 export board=$scratch/board
@@ -37,8 +38,8 @@ without() {
         exec "$boardctl" --board "$board" start' - "$@"
 }
 
-# in_chroot UNSHARE_OPTION COMMAND...: where "/" is a folder and no mount point, without /proc. Its
-# mounts are in a name space of their own.
+# in_chroot UNSHARE_OPTION COMMAND...: where "/" is a folder and no mount point, and without /proc.
+# The mounts are in a name space of their own.
 in_chroot() {
     mkdir -p "$scratch/root"
     # shellcheck disable=SC2016
@@ -46,7 +47,7 @@ in_chroot() {
         shift
         for place in /*; do
             if [ -L "$place" ]; then cp -P "$place" "$root"; fi
-            if [ -L "$place" ] || [ ! -d "$place" ] || [ "$place" = /proc ]; then continue; fi
+            if [ -L "$place" ] || [ ! -d "$place" ] || [ "$place" = "$hidden" ]; then continue; fi
             mkdir -p "$root$place" && mount --rbind "$place" "$root$place" || exit 1
         done
         exec chroot "$root" "$@"' - "$scratch/root" "${@:2}"
