@@ -4,7 +4,7 @@
 
 #include <dlfcn.h>
 #include <sys/ioctl.h>
-#include <unistd.h>
+#include <time.h>
 
 #include <cstdarg>
 #include <string>
@@ -52,17 +52,14 @@ int ioctl(int fd, unsigned long request, ...) noexcept {
     return real(fd, request, argument);
 }
 
-int usleep(useconds_t microseconds) {
-    static const auto real = next<int(useconds_t)>("usleep");
-    if (!has_board_drivers) return real(microseconds);
-    board::journal({"usleep", std::to_string(microseconds)});
-    return 0;
-}
-
-unsigned sleep(unsigned seconds) {
-    static const auto real = next<unsigned(unsigned)>("sleep");
-    if (!has_board_drivers) return real(seconds);
-    board::journal({"sleep", std::to_string(seconds)});
+int clock_nanosleep(clockid_t clock, int flags, const timespec* time, timespec* left) {
+    static const auto real =
+        next<int(clockid_t, int, const timespec*, timespec*)>("clock_nanosleep");
+    if (!has_board_drivers) return real(clock, flags, time, left);
+    const bool whole = time->tv_nsec == 0;
+    board::journal(
+        {whole ? "sleep" : "usleep",
+         std::to_string(whole ? time->tv_sec : time->tv_sec * 1000000 + time->tv_nsec / 1000)});
     return 0;
 }
 

@@ -1,13 +1,14 @@
 #include "support/pause.h"
 
-#include <unistd.h>
+#include <errno.h>
+#include <time.h>
 
 namespace platform {
 
 void pause_ms(int milliseconds) {
-    constexpr int kLongest = 1000000;  // in microseconds still a usleep() argument
-    for (; milliseconds > kLongest; milliseconds -= kLongest) usleep(kLongest * 1000U);
-    if (milliseconds > 0) usleep(static_cast<useconds_t>(milliseconds) * 1000);
+    if (milliseconds <= 0) return;
+    timespec left = {milliseconds / 1000, milliseconds % 1000 * 1000000L};
+    while (clock_nanosleep(CLOCK_MONOTONIC, 0, &left, &left) == EINTR) continue;
 }
 
 }  // namespace platform

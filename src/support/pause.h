@@ -1,4 +1,4 @@
-// Pauses that give the processor away.
+// Pauses that give the processor away and last, whatever signal comes.
 #pragma once
 
 namespace platform {

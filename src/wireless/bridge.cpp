@@ -1,10 +1,9 @@
 #include "wireless/bridge.h"
 
-#include <unistd.h>
-
 #include "frame/runner.h"
 #include "platform/wlmap.h"
 #include "support/message.h"
+#include "support/pause.h"
 #include "support/text.h"
 
 namespace platform {
@@ -38,7 +37,7 @@ void take_down(int32_t wl_mode) {
 
 void start_radio(const char* ifname) {
     ifup(ifname);
-    sleep(1);
+    pause_ms(1000);
     run_host(Command<128>("/sbin/iwpriv %s set EntryLifeCheck=64", ifname));
 }
 

@@ -1,11 +1,10 @@
 #include "wireless/channel.h"
 
-#include <unistd.h>
-
 #include <string_view>
 
 #include "frame/host.h"
 #include "support/command.h"
+#include "support/pause.h"
 #include "support/text.h"
 
 namespace platform {
@@ -37,7 +36,7 @@ bool has_scan_ended(const char* ifname) {
 int wireless_wait_scan_status(const char* ifname, int tries) {
     for (int i = 0; i < tries; ++i) {
         if (has_scan_ended(ifname)) return 0;
-        sleep(1);
+        pause_ms(1000);
     }
     return 1;
 }
