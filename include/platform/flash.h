@@ -94,8 +94,9 @@ PLATFORM_API int init_mt7622(void);
 /*
  * Reads a boot variable as one line into value[size]. All of value[size] is cleared first, whatever
  * the result: an unset variable, and one that could not be read, leaves the empty text. Of a value
- * with line feeds it gives the first line. Returns 1 when the tool ran; 0 when it did not, when
- * there is no room, and for a name that is empty, too long or begins with "-".
+ * with line feeds it gives the first line. Returns 1 when the tool ran; 0 when it did not or
+ * its answer cannot be read, when there is no room, and for a name that is empty, too long or
+ * begins with "-".
  */
 PLATFORM_API int get_bootconfig(const char* name, char* value, int size);
 
@@ -107,8 +108,8 @@ PLATFORM_API int set_bootconfig(const char* action, const char* argument);
 
 /*
  * The MAC address of "eth0", "ra0", "rai0" or "eth1": the base address ("ethaddr", or
- * 00:9F:33:00:11:20 when the tool cannot run) with 3, 2, 7 or 1 added to its last byte, without
- * carry. Every other name, and null, gives the base address. Always 1.
+ * 00:9F:33:00:11:20 when the tool cannot run or be read) with 3, 2, 7 or 1 added to its last byte,
+ * without carry. Every other name, and null, gives the base address. Always 1.
  */
 PLATFORM_API int get_hwaddr_flash_raw(const char* ifname, uint8_t mac[6]);
 
@@ -135,7 +136,7 @@ PLATFORM_API int mt762x_update_wl_eeprom(const uint8_t mac[6]);
 /*
  * The diagnostics flag: 0 when the boot variable "diag" is "0", else 1. The first answer since
  * power-on is kept in /tmp/diag_flag, whose number is given until the next start. When the tool
- * cannot run the answer is 1 with a message, and nothing is kept.
+ * cannot run or be read the answer is 1 with a message, and nothing is kept.
  */
 PLATFORM_API int check_diag_flag(void);
 PLATFORM_API int write_diag_flag(void); /* sets "diag" to "1" for the next start; 0 */

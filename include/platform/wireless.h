@@ -55,7 +55,7 @@ PLATFORM_API int init_mt762x_hwnat(void);
  * Lists the stations of the radio whose main interface list->ifname names, at most 128 of them:
  * the driver's table is read no further. Columns that a line lacks leave their fields alone; a
  * MAC text that is too short is written as far as its pairs go. 0 after a parse, 1 with count 0
- * when the driver's table cannot be opened.
+ * when the driver's table cannot be opened or read.
  */
 PLATFORM_API int wireless_api_get_station_list(struct station_list* list);
 

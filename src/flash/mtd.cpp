@@ -60,7 +60,6 @@ int mtd_open(const char* name, int flags) {
     TextBuffer<kNameSize> path;
     {
         File table(open_for_reading(kTable));
-        if (!table.ok()) return -1;
         char line[kLineSize];
         const auto found = find_partition(table, name, line);
         if (!found || !form_device_path(*found, path)) return -1;
@@ -70,12 +69,12 @@ int mtd_open(const char* name, int flags) {
 
 uint32_t mtd_get_size(const char* name) {
     File table(open_for_reading(kTable));
-    if (!table.ok()) {
+    char line[kLineSize];
+    const auto found = find_partition(table, name, line);
+    if (table.failed()) {
         print_error("%s Unable to open /proc/mtd\n", "find_mtd_size");
         return static_cast<uint32_t>(-1);
     }
-    char line[kLineSize];
-    const auto found = find_partition(table, name, line);
     if (!found) return 0;
     Tokens fields(*found);
     fields.next();

@@ -80,8 +80,6 @@ int gpio_write_cmd(const char* word, int pin, int value) {
 
 int gpio_read_pin(int pin, PinState& state) {
     File file(open_for_reading(kPinFile));
-    if (!file.ok()) return -1;
-
     PinLines lines(file);
     for (int i = 0; i < kTitleLines; ++i) lines.next();
     PinState read;
@@ -90,7 +88,7 @@ int gpio_read_pin(int pin, PinState& state) {
         state = read;
         return 1;
     }
-    return 0;
+    return file.failed() ? -1 : 0;
 }
 
 }  // namespace platform

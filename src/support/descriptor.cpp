@@ -2,10 +2,26 @@
 
 #include <errno.h>
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 namespace platform {
+namespace {
+
+// Calls until no signal interrupts it.
+template <class Call>
+auto uninterrupted(Call call) {
+    auto result = call();
+    while (result == -1 && errno == EINTR) result = call();
+    return result;
+}
+
+ssize_t read_some(int descriptor, void* buffer, size_t size) {
+    return uninterrupted([=] { return read(descriptor, buffer, size); });
+}
+
+}  // namespace
 
 void Descriptor::reset() {
     if (descriptor_ == -1) return;
@@ -18,7 +34,7 @@ ssize_t Descriptor::read_at(off_t offset, void* buffer, size_t size) const {
     if (offset < 0) return -1;
     // An MTD device refuses to go past its end, where there is nothing to read.
     if (lseek(descriptor_, offset, SEEK_SET) == -1) return errno == EINVAL ? 0 : -1;
-    return read(descriptor_, buffer, size);
+    return read_some(descriptor_, buffer, size);
 }
 
 off_t Descriptor::size() const {
@@ -29,8 +45,8 @@ off_t Descriptor::size() const {
 ssize_t Descriptor::read_all(void* buffer, size_t size) const {
     size_t done = 0;
     while (done < size) {
-        const ssize_t count = read(descriptor_, static_cast<char*>(buffer) + done, size - done);
-        if (count < 0 && errno == EINTR) continue;
+        const ssize_t count =
+            read_some(descriptor_, static_cast<char*>(buffer) + done, size - done);
         if (count < 0) return -1;
         if (count == 0) break;
         done += static_cast<size_t>(count);
@@ -39,13 +55,17 @@ ssize_t Descriptor::read_all(void* buffer, size_t size) const {
 }
 
 int open_file(const char* path, int flags) {
-    return open(path, flags | O_CLOEXEC, 0600);
+    return uninterrupted([=] { return open(path, flags | O_CLOEXEC, 0600); });
 }
 
 int open_control_socket() {
     const int descriptor = socket(AF_INET, SOCK_DGRAM, 0);
     if (descriptor != -1) fcntl(descriptor, F_SETFD, FD_CLOEXEC);
     return descriptor;
+}
+
+int control(int descriptor, unsigned long request, void* record) {
+    return uninterrupted([=] { return ioctl(descriptor, request, record); });
 }
 
 }  // namespace platform

@@ -1,4 +1,5 @@
-// Owned descriptors: sockets for ioctls, devices and files read in blocks.
+// Owned descriptors: sockets for ioctls, devices and files read in blocks. What a signal interrupts
+// goes on.
 #pragma once
 
 #include <stddef.h>
@@ -42,5 +43,8 @@ private:
 // no such file or no socket.
 int open_file(const char* path, int flags);
 int open_control_socket();  // for ioctls
+
+// An ioctl: -1 when it is refused.
+int control(int descriptor, unsigned long request, void* record);
 
 }  // namespace platform

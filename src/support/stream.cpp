@@ -3,7 +3,12 @@
 #include <errno.h>
 #include <fcntl.h>
 #include <signal.h>
+#include <stdio_ext.h>
+#include <string.h>
 #include <unistd.h>
+
+#include <algorithm>
+#include <type_traits>
 
 namespace platform {
 namespace {
@@ -35,6 +40,21 @@ private:
     bool was_pending_;
 };
 
+// A plain file raises no signal.
+struct NoGuard {};
+template <int (*kClose)(FILE*)>
+using Guard = std::conditional_t<kClose == pclose, NoSigpipe, NoGuard>;
+
+FILE* open_stream(const char* path, const char* mode) {
+    FILE* stream = nullptr;
+    do {
+        stream = fopen(path, mode);
+    } while (stream == nullptr && errno == EINTR);
+    // It stays with this thread: a lock at each line would only take time.
+    if (stream != nullptr) __fsetlocking(stream, FSETLOCKING_BYCALLER);
+    return stream;
+}
+
 FILE* start(const char* command, const char* mode) {
     FILE* const pipe = command != nullptr ? popen(command, mode) : nullptr;
     if (pipe != nullptr) fcntl(fileno(pipe), F_SETFD, FD_CLOEXEC);
@@ -47,34 +67,60 @@ template <int (*kClose)(FILE*)>
 int Stream<kClose>::close() {
     if (stream_ == nullptr) return 0;
     const int kept = errno;
-    const int result = kClose(stream_);
+    int result = kClose(stream_);
+    if (result == -1 && errno == EINTR) result = 0;  // it is closed all the same
     stream_ = nullptr;
     errno = kept;
     return result;
 }
 
 template <int (*kClose)(FILE*)>
+bool Stream<kClose>::interrupted() {
+    if (ferror(stream_) == 0 || errno != EINTR) return false;
+    clearerr(stream_);
+    return true;
+}
+
+// An interrupted fgets() leaves what it has read in the buffer, without a NUL and without saying
+// how much it is. It holds no line feed, so it ends at the first one of those laid out before.
+template <int (*kClose)(FILE*)>
 std::optional<std::string_view> Stream<kClose>::read_line(std::span<char> buffer) {
-    if (fgets(buffer.data(), static_cast<int>(buffer.size()), stream_) == nullptr) return {};
+    if (stream_ == nullptr) return {};
+    std::span<char> rest = buffer;
+    do {
+        memset(rest.data(), '\n', rest.size());
+        if (fgets(rest.data(), static_cast<int>(rest.size()), stream_) != nullptr)
+            return std::string_view(buffer.data());
+        rest = {std::find(rest.begin(), rest.end(), '\n'), rest.end()};
+    } while (interrupted());
+    if (failed() || rest.size() == buffer.size()) return {};
+    rest[0] = '\0';  // the text ended behind an interrupted piece
     return std::string_view(buffer.data());
 }
 
 template <int (*kClose)(FILE*)>
 bool Stream<kClose>::write(const void* bytes, size_t size) {
-    const NoSigpipe guard;
-    const bool written = fwrite(bytes, 1, size, stream_) == size;
-    return close() == 0 && written;
+    [[maybe_unused]] const Guard<kClose> guard;
+    setvbuf(stream_, nullptr, _IONBF, 0);  // an interrupted flush would lose a buffer's content
+    const char* at = static_cast<const char*>(bytes);
+    size_t left = size;
+    do {
+        const size_t count = fwrite(at, 1, left, stream_);
+        at += count;
+        left -= count;
+    } while (left > 0 && interrupted());
+    return close() == 0 && left == 0;
 }
 
 template class Stream<fclose>;
 template class Stream<pclose>;
 
 FILE* open_for_reading(const char* path) {
-    return fopen(path, "re");
+    return open_stream(path, "re");
 }
 
 FILE* open_for_writing(const char* path) {
-    return fopen(path, "w+e");
+    return open_stream(path, "w+e");
 }
 
 FILE* open_for_appending(const char* path) {

@@ -1,4 +1,5 @@
-// Owned streams, read line by line.
+// Owned streams, read line by line. A signal whose handler lets system calls fail with EINTR costs
+// neither text nor bytes.
 #pragma once
 
 #include <stdio.h>
@@ -21,8 +22,12 @@ public:
     bool ok() const { return stream_ != nullptr; }
 
     // One line of at most buffer.size() - 1 characters, its line feed included; a longer line
-    // comes in pieces. Nothing at the end of the text. The line ends at a NUL within it.
+    // comes in pieces. Nothing at the end of the text, of a null stream and when reading fails.
+    // The line ends at a NUL within it; the bytes behind it are of no use.
     std::optional<std::string_view> read_line(std::span<char> buffer);
+
+    // Tells a text that could not be opened or read from one that has ended.
+    bool failed() const { return stream_ == nullptr || ferror(stream_) != 0; }
 
     // Writes all bytes through to the other end and closes. False when they did not get there; a
     // reader that has gone away does not raise SIGPIPE.
@@ -31,6 +36,8 @@ public:
     int close();  // ahead of the end of the scope
 
 private:
+    bool interrupted();  // the last call, by a signal; it can then go on
+
     FILE* stream_;
 };
 

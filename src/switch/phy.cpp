@@ -16,9 +16,9 @@ int32_t parse_phy_answer(std::string_view line) {
 int32_t phy_cl22_read(int switch_port, int reg) {
     const Command<128> command("switch phy cl22 r %d %d", switch_port, reg);
     Pipe tool(open_command_output(command.text()));
-    if (!tool.ok()) return 0;
     char buffer[128];
     const auto line = tool.read_line(buffer);
+    if (tool.failed()) return 0;
     return parse_phy_answer(line.value_or(std::string_view()));
 }
 

@@ -18,7 +18,7 @@ inline constexpr int kPhyGigabitStatus = 10;
 // is no such number.
 int32_t parse_phy_answer(std::string_view line);
 
-// Reads a register; 0 when the tool cannot be started.
+// Reads a register; 0 when the tool cannot be started or read.
 int32_t phy_cl22_read(int switch_port, int reg);
 
 }  // namespace platform

@@ -3,7 +3,6 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
-#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include "platform/switch.h"
@@ -41,7 +40,7 @@ void exchange(unsigned long kind, MiiRequest& mii) {
     ifreq request = {};
     memcpy(request.ifr_name, "eth0", sizeof "eth0");
     request.ifr_data = reinterpret_cast<char*>(&mii);
-    if (ioctl(control_socket, kind, &request) == -1) switch_ioctl_abort();
+    if (control(control_socket, kind, &request) == -1) switch_ioctl_abort();
 }
 
 }  // namespace

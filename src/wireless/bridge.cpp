@@ -1,11 +1,10 @@
 #include "wireless/bridge.h"
 
-#include <unistd.h>
-
 #include "frame/host_buffer.h"
 #include "frame/runner.h"
 #include "platform/wlmap.h"
 #include "support/message.h"
+#include "support/pause.h"
 #include "support/text.h"
 
 namespace platform {
@@ -39,7 +38,7 @@ void take_down(int32_t wl_mode) {
 
 void start_radio(const char* ifname) {
     ifup(ifname);
-    sleep(1);
+    pause_seconds(1);
     run_host(Command<128>("/sbin/iwpriv %s set EntryLifeCheck=64", ifname));
 }
 

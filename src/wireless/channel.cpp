@@ -1,10 +1,9 @@
 #include "wireless/channel.h"
 
-#include <unistd.h>
-
 #include <string_view>
 
 #include "frame/host.h"
+#include "support/pause.h"
 #include "support/text.h"
 #include "wireless/driver_file.h"
 
@@ -36,7 +35,7 @@ bool has_scan_ended(const char* ifname) {
 int wireless_wait_scan_status(const char* ifname, int tries) {
     for (int i = 0; i < tries; ++i) {
         if (has_scan_ended(ifname)) return 0;
-        sleep(1);
+        pause_seconds(1);
     }
     return 1;
 }

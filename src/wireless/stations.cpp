@@ -46,9 +46,11 @@ int wireless_api_get_station_list(station_list* list) {
         if (!text) break;
         table.take_line(*text);
     }
+    const bool failed = file.failed();
+    if (failed) list->count = 0;
     file.close();
     remove_file(path.c_str());
-    return 0;
+    return failed ? 1 : 0;
 }
 
 int wireless_api_check_station_exist(const char* ifname, char* mac) {

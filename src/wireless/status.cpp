@@ -86,12 +86,9 @@ int wireless_get_dfs_info(const char* ifname, dfs_info* info) {
     path.put("/tmp/").put(name).put(".dfsinfo");
     const Command<128> command("/sbin/iwpriv %s stat > /tmp/%s.dfsinfo", name, name);
     File file = driver_answer(name, command, path);
-    if (!file.ok()) {
-        print_error("fopen %s fail", text_of(command.text()).data());
-        return 0;
-    }
     char line[kDriverLineSize];
     const auto values = find_stats(file, kDfsKey, line);
+    if (file.failed()) print_error("fopen %s fail", text_of(command.text()).data());
     if (!values) return 0;
     read_dfs_values(*values, *info);
     return 1;
@@ -104,12 +101,9 @@ int mt762x_get_apcli_status(const char* ifname, char* first, char* second) {
     path.put("/tmp/").put(name).put(".stat");
     const Command<128> command("/sbin/iwpriv %s stat > /tmp/%s.stat", name, name);
     File file = driver_answer(name, command, path);
-    if (!file.ok()) {
-        print_error("popen %s fail", text_of(command.text()).data());
-        return 0;
-    }
     char line[kDriverLineSize];
     const auto values = find_stats(file, kClientKey, line);
+    if (file.failed()) print_error("popen %s fail", text_of(command.text()).data());
     if (!values) return 0;
 
     const size_t comma = values->find(',');

@@ -1,6 +1,5 @@
 #include <string.h>
 #include <time.h>
-#include <unistd.h>
 
 #include "frame/host.h"
 #include "platform/wireless.h"
@@ -8,6 +7,7 @@
 #include "platform/wps.h"
 #include "support/command.h"
 #include "support/heap.h"
+#include "support/pause.h"
 #include "wireless/channel.h"
 #include "wireless/survey_table.h"
 
@@ -56,7 +56,7 @@ void list_networks(std::string_view text, ap_list& list) {
 int wireless_api_start_ap_scan(const char* ifname) {
     if (ifname == nullptr) return 0;
     run_shell(Command<256>("/sbin/iwpriv %s set SiteSurvey=1", ifname));
-    sleep(1);
+    pause_seconds(1);
     return 0;
 }
 

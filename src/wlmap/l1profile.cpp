@@ -17,17 +17,16 @@ constexpr size_t kLineSize = 256;  // a longer line reads as several
 
 bool l1profile_get(std::string_view key, std::span<char> value) {
     File file(open_for_reading(kIndexFile));
-    if (!file.ok()) {
-        print_out("ERROR: L1PROFILE not found\n");
-        syslog_msg(1, "ERROR: L1PROFILE not found\n");
-        return false;
-    }
     char buffer[kLineSize];
     while (const auto line = file.read_line(buffer)) {
         const auto found = value_in_line(*line, key);
         if (!found) continue;
         copy_text(value, *found);
         return true;
+    }
+    if (file.failed()) {
+        print_out("ERROR: L1PROFILE not found\n");
+        syslog_msg(1, "ERROR: L1PROFILE not found\n");
     }
     return false;
 }

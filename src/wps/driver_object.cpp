@@ -1,8 +1,8 @@
 #include "wps/driver_object.h"
 
+#include <linux/sockios.h>
 #include <linux/wireless.h>
 #include <string.h>
-#include <sys/ioctl.h>
 
 #include <algorithm>
 #include <string_view>
@@ -40,7 +40,7 @@ Descriptor wsc_open_ifname_socket(const char* ifname) {
     if (!descriptor.ok()) return descriptor;
     ifreq request = {};
     put_ifname(ifname, request.ifr_name);
-    if (ioctl(descriptor.get(), SIOCGIFINDEX, &request) < 0) return Descriptor();
+    if (control(descriptor.get(), SIOCGIFINDEX, &request) < 0) return Descriptor();
     return descriptor;
 }
 
@@ -66,7 +66,7 @@ int wsc_set_oid(const char* ifname, uint16_t oid, const void* payload, int lengt
     if (payload != nullptr) memcpy(buffer.get(), payload, size);
     iwreq request = object_request(ifname, buffer.get(), static_cast<uint16_t>(length),
                                    static_cast<uint16_t>(oid | kSetFlag));
-    return ioctl(driver.get(), kObjectRequest, &request) < 0 ? -1 : 0;
+    return control(driver.get(), kObjectRequest, &request) < 0 ? -1 : 0;
 }
 
 int wsc_get_oid(const char* ifname, uint16_t oid, void* answer, uint32_t* length) {
@@ -74,7 +74,7 @@ int wsc_get_oid(const char* ifname, uint16_t oid, void* answer, uint32_t* length
     if (!driver.ok() || answer == nullptr) return -1;
 
     iwreq request = object_request(ifname, answer, 0, oid);
-    if (ioctl(driver.get(), kObjectRequest, &request) < 0) return -1;
+    if (control(driver.get(), kObjectRequest, &request) < 0) return -1;
     if (length != nullptr) *length = request.u.data.length;
     return 0;
 }
@@ -84,5 +84,5 @@ int wireless_get_scan_buf(const char* ifname, char* buffer, uint16_t size) {
     if (!driver.ok() || buffer == nullptr) return -1;
 
     iwreq request = object_request(ifname, buffer, size, 0);
-    return ioctl(driver.get(), kSurveyRequest, &request) < 0 ? 0 : request.u.data.length;
+    return control(driver.get(), kSurveyRequest, &request) < 0 ? 0 : request.u.data.length;
 }

@@ -54,8 +54,8 @@ inline int list_wired_stations() {
 
 // What the function lists of ra0.
 template <class List>
-int list_of(int (*function)(List*)) {
-    static List list;
+int list_of(char* out, int (*function)(List*)) {
+    List& list = *as<List>(out);
     list = {};
     sf_strncpy(list.ifname, "ra0", sizeof list.ifname);
     return function(&list);
@@ -158,8 +158,10 @@ inline const Call kCalls[] = {
     // In a frame of their own.
     {"apcp_get_stalist_from_ethswitch", RUN(list_wired_stations), kNone, true},
     {"mtd_open", RUN(open_and_close)},
-    {"wireless_api_get_station_list", RUN(list_of<station_list>, wireless_api_get_station_list)},
-    {"platform_wireless_api_get_ap_list", RUN(list_of<ap_list>, platform_wireless_api_get_ap_list)},
+    {"wireless_api_get_station_list",
+     RUN(list_of<station_list>, out, wireless_api_get_station_list)},
+    {"platform_wireless_api_get_ap_list",
+     RUN(list_of<ap_list>, out, platform_wireless_api_get_ap_list)},
     {"switch_ioctl_fini", RUN(on_switch, mtk_optimize_set), kNone, true},
     {"switch_ioctl_init", RUN(on_switch, mtk_optimize_set), kNone, true},
 };

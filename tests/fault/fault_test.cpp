@@ -1,4 +1,5 @@
-// Every call to the system that an exported function makes fails, one after the other.
+// Every call to the system that an exported function makes fails, or is interrupted by a signal,
+// one after the other.
 #include <linux/wireless.h>
 
 #include <algorithm>
@@ -20,8 +21,22 @@ using fault::Call;
 using fault::kCalls;
 using harness::Lines;
 
-constexpr const char* kFaults[] = {"fopen", "open",   "read",  "fwrite", "popen",  "socket",
-                                   "ioctl", "malloc", "mkdir", "system", "system2"};
+constexpr const char* kFaults[] = {"fopen",  "fgets",  "fwrite", "fclose", "popen",
+                                   "pclose", "open",   "lseek",  "read",   "socket",
+                                   "ioctl",  "malloc", "mkdir",  "system", "system2"};
+constexpr const char* kInterruptible[] = {"fopen", "fgets", "fwrite", "fclose", "open",
+                                          "read",  "ioctl", "sleep",  "usleep"};
+
+// All that a caller and the board see of a call.
+struct Effect {
+    int result;
+    std::vector<char> output;
+    Lines journal;
+    Lines inputs;
+    std::string driver_file;
+
+    bool operator==(const Effect&) const = default;
+};
 
 class FaultDeathTest : public harness::SwitchBoard {
 protected:
@@ -64,14 +79,27 @@ protected:
     }
 
     // How often a call that goes well uses each function of the system.
-    std::map<std::string, int> uses(const Call& call) {
+    template <size_t kCount>
+    std::map<std::string, int> uses(const Call& call, const char* const (&functions)[kCount]) {
         prepare();
-        for (const char* function : kFaults) fail_nth(function, INT_MAX);
+        for (const char* function : functions) fail_nth(function, INT_MAX);
         call.run(output_.data());
         std::map<std::string, int> counts;
-        for (const char* function : kFaults) counts[function] = INT_MAX - failures_left(function);
+        for (const char* function : functions) counts[function] = INT_MAX - failures_left(function);
         drain();
         return counts;
+    }
+
+    // With the nth call of the function interrupted, if there is such a one.
+    Effect effect(const Call& call, const char* function = "none", int n = 0) {
+        prepare();
+        fail_nth(function, n, EINTR);
+        const int result = call.run(output_.data());
+        EXPECT_EQ(0, failures_left(function)) << "not reached";
+        expect_all_given_back();
+        const Effect all = {result, output_, journal(), inputs(), read("/lib/firmware/radio0.bin")};
+        drain();
+        return all;
     }
 
     void expect_stands(const Call& call, const std::string& function, int n) {
@@ -143,7 +171,7 @@ TEST_F(FaultDeathTest, EveryFunctionStandsEveryFailure) {
     int points = 0;
     for (const Call& call : kCalls) {
         int of_call = 0;
-        for (const auto& [function, count] : uses(call)) {
+        for (const auto& [function, count] : uses(call, kFaults)) {
             of_call += count;
             for (int n = 1; n <= count; ++n) {
                 SCOPED_TRACE(testing::Message() << call.name << ": " << function << ' ' << n);
@@ -155,7 +183,23 @@ TEST_F(FaultDeathTest, EveryFunctionStandsEveryFailure) {
     }
     prepare();
     std::cout << std::size(kCalls) << " functions, " << points << " failures\n";
-    EXPECT_LE(700, points);
+    EXPECT_LE(1500, points);
+}
+
+TEST_F(FaultDeathTest, EveryFunctionIsWholeAfterEverySignal) {
+    int points = 0;
+    for (const Call& call : kCalls) {
+        const Effect undisturbed = effect(call);
+        for (const auto& [function, count] : uses(call, kInterruptible)) {
+            points += count;
+            for (int n = 1; n <= count; ++n)
+                EXPECT_TRUE(undisturbed == effect(call, function.c_str(), n))
+                    << call.name << ": " << function << ' ' << n;
+        }
+    }
+    prepare();
+    std::cout << std::size(kCalls) << " functions, " << points << " interruptions\n";
+    EXPECT_LE(1200, points);
 }
 
 }  // namespace

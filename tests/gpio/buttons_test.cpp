@@ -1,11 +1,8 @@
 // The pin file, the buttons on it, the pins' functions.
-#include <unistd.h>
-
 #include <cstring>
 
 #include "frame/host.h"
 #include "gpio/pin_file.h"
-#include "live/journal.h"
 #include "platform/gpio.h"
 #include "support/board.h"
 #include "support/rows.h"
@@ -32,20 +29,13 @@ protected:
     void hold(int samples) {
         left_ = samples;
         set(samples > 0 ? 0 : 1, 1);
-        held_board = this;
-        int (*const release)(useconds_t) = [](useconds_t pause) {
-            board::journal({"usleep", std::to_string(pause)});
-            if (--held_board->left_ == 0) held_board->set(1, 1);
-            return 0;
+        on_pause = [this] {
+            if (--left_ == 0) set(1, 1);
         };
-        pause_hook_.reset();
-        pause_hook_ = std::make_unique<harness::LibraryHook>("usleep", release);
     }
 
 private:
-    inline static Buttons* held_board = nullptr;
     int left_ = 0;
-    std::unique_ptr<harness::LibraryHook> pause_hook_;
 };
 
 TEST(PinLine, HoldsTenNumbers) {

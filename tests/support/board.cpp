@@ -91,11 +91,13 @@ struct Hooks {
     }
 
     static int pclose(FILE* pipe) {
+        const bool failed = current->fails("pclose");
+        current->broken_.erase(pipe);
         const auto row = current->pipes_.extract(pipe);
         EXPECT_TRUE(row) << "pclose of what popen did not open";
         expect_close_on_exec(fileno(pipe), "a pipe");
         if (row && row.mapped()) current->inputs_.push_back(written_to(pipe));
-        return std::fclose(pipe);
+        return std::fclose(pipe) == 0 && !failed ? 0 : -1;
     }
 
     static FILE* fopen(const char* path, const char* mode) {
@@ -105,8 +107,42 @@ struct Hooks {
         return file;
     }
 
+    static int fclose(FILE* file) {
+        const bool failed = current->fails("fclose");
+        const int error = errno;
+        current->broken_.erase(file);
+        if (std::fclose(file) == 0 && !failed) return 0;
+        errno = error;
+        return EOF;
+    }
+
     static size_t fwrite(const void* bytes, size_t size, size_t count, FILE* stream) {
-        return std::fwrite(bytes, size, current->fails("fwrite") ? count / 2 : count, stream);
+        if (!current->fails("fwrite")) return std::fwrite(bytes, size, count, stream);
+        current->broken_.insert(stream);
+        return std::fwrite(bytes, size, count / 2, stream);
+    }
+
+    // A failing one has taken half of the line and leaves it without a NUL, as C libraries do.
+    static char* fgets(char* line, int size, FILE* stream) {
+        if (!current->fails("fgets")) return std::fgets(line, size, stream);
+        const int error = errno;
+        std::string half(static_cast<size_t>(size), '\0');
+        const long start = std::ftell(stream);
+        if (std::fgets(half.data(), size, stream) != nullptr) {
+            half.resize(std::strlen(half.c_str()) / 2);
+            std::fseek(stream, start + std::ssize(half), SEEK_SET);
+            half.copy(line, half.size());
+        }
+        current->broken_.insert(stream);
+        errno = error;
+        return nullptr;
+    }
+    static int ferror(FILE* stream) {
+        return current->broken_.contains(stream) ? 1 : std::ferror(stream);
+    }
+    static void clearerr(FILE* stream) {
+        current->broken_.erase(stream);
+        std::clearerr(stream);
     }
 
     static int open(const char* path, int flags, mode_t mode) {
@@ -143,12 +179,16 @@ struct Hooks {
     static int ioctl(int fd, unsigned long request, void* record) {
         EXPECT_TRUE(current->sockets_.contains(fd)) << "ioctl without a socket";
         if (current->fails("ioctl")) return -1;
+        errno = ENODEV;
         if (const auto row = current->on_ioctl.find(request); row != current->on_ioctl.end())
             return row->second(record);
         const auto* const name = static_cast<const ifreq*>(record)->ifr_name;
-        errno = ENODEV;
         if (request != SIOCGIFINDEX) return -1;
         return board::interface_exists({name, strnlen(name, IFNAMSIZ)}) ? 0 : -1;
+    }
+
+    static off_t lseek(int fd, off_t offset, int whence) {
+        return current->fails("lseek") ? -1 : ::lseek(fd, offset, whence);
     }
 
     static int close(int fd) {
@@ -186,8 +226,21 @@ struct Hooks {
         board::journal({word, std::to_string(numbers)...});
         return 0;
     }
-    static int usleep(useconds_t microseconds) { return note("usleep", microseconds); }
-    static int sleep(unsigned seconds) { return note("sleep", seconds); }
+    // Interrupted, all of the time is left: the clock stands still.
+    static int usleep(useconds_t microseconds) {
+        if (current->fails("usleep")) return -1;
+        if (current->on_pause) current->on_pause();
+        return note("usleep", microseconds);
+    }
+    static unsigned sleep(unsigned seconds) {
+        if (current->fails("sleep")) return seconds;
+        if (current->on_pause) current->on_pause();
+        return static_cast<unsigned>(note("sleep", seconds));
+    }
+    static int clock_gettime(clockid_t, timespec* now) {
+        *now = {};
+        return 0;
+    }
     static int kill(pid_t process, int signal) { return note("kill", process, signal); }
 
     // Standard output or error: each print stands in the journal at once, behind the mark.
@@ -222,10 +275,12 @@ Board::Board() : out_(Hooks::open_stream("out ")), err_(Hooks::open_stream("err 
     divert("system3", Hooks::run_host<'3'>);
 #define HOOK(function) std::pair(#function, reinterpret_cast<void*>(Hooks::function))
     for (const auto& [name, replacement] :
-         {HOOK(system), HOOK(popen), HOOK(pclose), HOOK(fopen),  HOOK(fwrite),
-          HOOK(open),   HOOK(read),  HOOK(lstat),  HOOK(unlink), HOOK(mkdir),
-          HOOK(socket), HOOK(ioctl), HOOK(close),  HOOK(malloc), HOOK(calloc),
-          HOOK(free),   HOOK(time),  HOOK(sleep),  HOOK(usleep), HOOK(kill)})
+         {HOOK(system), HOOK(popen), HOOK(pclose), HOOK(fopen),    HOOK(fclose),
+          HOOK(fwrite), HOOK(fgets), HOOK(ferror), HOOK(clearerr), HOOK(open),
+          HOOK(lseek),  HOOK(read),  HOOK(lstat),  HOOK(unlink),   HOOK(mkdir),
+          HOOK(socket), HOOK(ioctl), HOOK(close),  HOOK(malloc),   HOOK(calloc),
+          HOOK(free),   HOOK(time),  HOOK(sleep),  HOOK(usleep),   HOOK(clock_gettime),
+          HOOK(kill)})
         divert(name, static_cast<char*>(replacement));
 #undef HOOK
 }
@@ -244,8 +299,8 @@ void Board::TearDown() {
     EXPECT_EQ("", err()) << "printed, and not looked at";
     EXPECT_EQ(Lines{}, inputs()) << "written to a command, and not looked at";
     expect_all_given_back();
-    for (const auto& [function, calls] : failures_)
-        EXPECT_EQ(0, calls) << function << " was not called until its failure";
+    for (const auto& [function, failure] : failures_)
+        EXPECT_EQ(0, failure.left) << function << " was not called until its failure";
 }
 
 void Board::expect_all_given_back() const {
@@ -309,8 +364,8 @@ Answer Board::run(const std::string& mark, const std::string& command) {
 
 bool Board::fails(const std::string& function) {
     const auto row = failures_.find(function);
-    if (row == failures_.end() || row->second == 0 || --row->second > 0) return false;
-    errno = function == "malloc" ? ENOMEM : EIO;
+    if (row == failures_.end() || row->second.left == 0 || --row->second.left > 0) return false;
+    errno = function == "malloc" ? ENOMEM : row->second.error;
     return true;
 }
 

@@ -18,6 +18,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <functional>
 #include <map>
@@ -81,13 +82,18 @@ protected:
     // an answer a request fails, but SIOCGIFINDEX knows the board's interfaces.
     std::map<unsigned long, std::function<int(void* request)>> on_ioctl;
 
+    std::function<void()> on_pause;  // instead of time passing
+
     bool journal_sockets = false;  // "socket" and "close" then stand in the journal
 
     // Makes the library's nth call from now fail: of a function that Hooks lets fail, malloc
     // standing for calloc too, system2 for system3; a failing system2 ran its command.
-    // failures_left(): the calls up to that one, 0 once it took place.
-    void fail_nth(const std::string& function, int n) { failures_[function] = n; }
-    int failures_left(const std::string& function) const { return failures_.at(function); }
+    // failures_left(): the calls up to that one, 0 once it took place. With EINTR as its error the
+    // call is one that a signal interrupts, with half of a line or of the bytes handed over.
+    void fail_nth(const std::string& function, int n, int error = EIO) {
+        failures_[function] = {n, error};
+    }
+    int failures_left(const std::string& function) const { return failures_.at(function).left; }
     void fail_no_more() { failures_.clear(); }
 
     // Files of the board's tree, by board path. A missing file reads as "(none)".
@@ -121,7 +127,12 @@ private:
     bool fails(const std::string& function);
 
     std::map<std::string, Answer> answers_;
-    std::map<std::string, int> failures_;  // calls left up to the failing one
+    struct Failure {
+        int left;  // calls up to the failing one
+        int error;
+    };
+    std::map<std::string, Failure> failures_;
+    std::set<FILE*> broken_;  // the streams of which ferror() is true
     std::vector<Noted> noted_;
     std::map<FILE*, bool> pipes_;  // whether it is written to
     std::set<int> sockets_;
