@@ -85,11 +85,11 @@ private:
         const VirtualBoard board(
             request_.board.empty() ? VirtualBoard::usual_place() : fs::path(request_.board),
             find_parts().tree);
-        if (request_.verb->group == std::string("start")) {
-            const bool is_erased = request_.arguments.has("--erased");
-            if (is_erased || request_.arguments.has("--fresh")) board.remake(is_erased);
-            board.power_on();
-        }
+        const bool is_start = request_.verb->group == std::string("start");
+        const bool is_erased = request_.arguments.has("--erased");
+        if (is_start && (is_erased || request_.arguments.has("--fresh"))) board.remake(is_erased);
+        board.check_configuration(library_);
+        if (is_start) board.power_on();
         return board.enter([this] {
             handle_interruptions(SIG_DFL);
             use_board_drivers();

@@ -3,9 +3,11 @@
 #include <fcntl.h>
 #include <sys/file.h>
 
+#include <cstdio>
 #include <cstdlib>
 
 #include "boardctl/errors.h"
+#include "boardctl/text.h"
 #include "host/entry.h"
 #include "tree/enter.h"
 
@@ -39,6 +41,14 @@ void VirtualBoard::make(board::FactoryData factory) const {
         for (const auto& entry : fs::directory_iterator(directory_)) fs::remove_all(entry.path());
     if (!fs::is_empty(directory_)) throw Missing(directory_.string() + " holds no board");
     board::make_tree(directory_, parts_, factory);
+}
+
+void VirtualBoard::check_configuration(const Library& library) const {
+    const auto complain = [](const char* text) {
+        std::fprintf(stderr, "%s\n", shown(text).c_str());
+    };
+    if (HOST_CALL(library, board_check_configuration)(directory_.c_str(), complain) != 0)
+        throw UsageError("correct the board's configuration first");
 }
 
 void VirtualBoard::power_on() const {

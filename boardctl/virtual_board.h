@@ -15,6 +15,10 @@ public:
     // Made when it is not there yet. Only one call at a time works on a board; others wait.
     VirtualBoard(const std::filesystem::path& directory, const board::TreeParts& parts);
 
+    // Throws UsageError unless all of its configuration is understood, after naming each line on
+    // standard error that is not.
+    void check_configuration(const Library& library) const;
+
     void power_on() const;
     void remake(bool erased_factory) const;  // as it leaves the factory, or before that
 

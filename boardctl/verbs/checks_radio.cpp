@@ -181,7 +181,7 @@ Faults check_access(Session& session) {
 
 Faults check_wps(Session& session) {
     Faults faults;
-    const auto device = board::KeyFile::load_or_empty("/etc/wps_peer.conf");
+    const auto device = board::wps_peer();
     for (const Radio& radio : radios_of(session)) {
         const std::string& name = radio.main_ifname;
         const auto records = records_of(session, radio);
@@ -191,11 +191,11 @@ Faults check_wps(Session& session) {
                 "WPS on " + name + " was not put back into its normal mode");
         wsc_peer_info peer{};
         PLATFORM_CALL(session.library, apcp_get_wsc_peerinfo_by_ifname)(name.c_str(), &peer);
-        require(faults,
-                !board::has_wps_peer(name) ||
-                    (field_text(peer.device_name) == device.get("device_name").value_or("") &&
-                     field_text(peer.serial_number) == device.get("serial_number").value_or("")),
-                "WPS on " + name + " does not know the other device");
+        require(
+            faults,
+            !board::has_wps_peer(name) || (field_text(peer.device_name) == device.front().text &&
+                                           field_text(peer.serial_number) == device.back().text),
+            "WPS on " + name + " does not know the other device");
     }
     return faults;
 }

@@ -9,6 +9,7 @@
 #include "live/flash.h"
 #include "live/interfaces.h"
 #include "live/key_file.h"
+#include "live/modules.h"
 #include "live/pins.h"
 #include "live/radio_driver.h"
 #include "live/switch.h"
@@ -83,10 +84,10 @@ Faults check_calibration(Session& session) {
 
 // All that can be, in their order.
 Faults check_modules(Session& session) {
-    const KeyFile broken = KeyFile::load_or_empty("/etc/modules.conf");
+    const auto broken = board::module_faults();
     std::vector<std::string> wanted;
     for (const char* const name : *PLATFORM_CALL(session.library, module_list))
-        if (!broken.get(name)) wanted.emplace_back(name);
+        if (!broken.contains(name)) wanted.emplace_back(name);
     Faults faults;
     require(faults, board::read_lines(board::live_path("modules")) == wanted,
             "the modules were not loaded, all and in their order");

@@ -9,6 +9,7 @@
 #include "live/switch.h"
 #include "live/switch_wiring.h"
 #include "live/tree.h"
+#include "live/words.h"
 #include "platform/switch.h"
 
 namespace boardctl {
@@ -69,10 +70,11 @@ bool has_traffic(const Session& session, const Port& port) {
 }
 
 std::vector<board::LearntAddress> learnt_addresses() {
-    const auto lines = board::read_lines(board::live_path("switch.addresses"));
-    if (lines.empty()) return board::load_stations();
-    std::vector<board::LearntAddress> addresses(lines.size());
-    for (size_t i = 0; i < lines.size(); ++i) board::parse_address(lines[i], addresses[i]);
+    std::vector<board::LearntAddress> addresses;
+    const std::string file = board::live_path("switch.addresses");
+    if (!board::path_exists(file)) return board::Wiring::load().stations;
+    for (const std::string& line : board::read_lines(file))
+        board::parse_address(*board::split_words(line), addresses.emplace_back());
     return addresses;
 }
 
