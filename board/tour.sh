@@ -2,7 +2,7 @@
 # A tour of the virtual board in calls of boardctl, from power-on to radios on the air. Ends with
 # status 1 at the first step that fails.
 # usage: tour.sh BOARDCTL [--board DIR]
-set -uo pipefail
+set -euo pipefail
 
 boardctl=$1
 shift
@@ -22,7 +22,7 @@ title() {
 }
 
 fault() {
-    printf 'FAULT: %s\n' "$*"
+    printf 'FAULT: %s\n' "$*" >&2
     exit 1
 }
 
@@ -31,8 +31,8 @@ run() {
     printf '\n$ boardctl'
     printf ' %q' "$@"
     printf '\n'
-    ctl "$@"
-    local status=$?
+    local status=0
+    ctl "$@" || status=$?
     if [ $status -eq 77 ]; then exit 77; fi
     [ $status -eq 0 ] || fault "\"boardctl $*\" ended with status $status"
 }
@@ -40,8 +40,9 @@ run() {
 # The same for what the board must refuse or find wanting.
 run_failing() {
     printf '\n$ boardctl %s\n' "$*"
-    ctl "$@"
-    [ $? -eq 1 ] || fault "\"boardctl $*\" did not fail"
+    local status=0
+    ctl "$@" || status=$?
+    [ $status -eq 1 ] || fault "\"boardctl $*\" did not fail"
 }
 
 # The same without its answer.
@@ -56,18 +57,20 @@ $report"
 
 # The values of a key in a JSON answer, one a line.
 values() {
-    local key=$1
+    local key=$1 answer
     shift
-    ctl --json "$@" | sed -n "s/^ *\"$key\": \"\(.*\)\",\{0,1\}\$/\1/p"
+    answer=$(ctl --json "$@") || fault "\"boardctl $*\" failed"
+    sed -n "s/^ *\"$key\": \"\(.*\)\",\{0,1\}\$/\1/p" <<<"$answer"
 }
 
 installs() { ctl journal | grep -c '^mtd write - Factory$'; }
 
 # Whether the answer has the text: has TEXT ARGUMENTS...
 has() {
-    local text=$1
+    local text=$1 answer
     shift
-    ctl "$@" | grep -F -- "$text" >/dev/null
+    answer=$(ctl "$@") || fault "\"boardctl $*\" failed"
+    grep -qF -- "$text" <<<"$answer"
 }
 
 power_on_without_calibration() {
@@ -103,10 +106,10 @@ use_switch() {
     run mac-table
     check wired
     local station
-    station=$(values station mac-table | head -1)
+    station=$(values station mac-table | sed -n 1p)
     [ -n "$station" ] || return 0
     run mac-table --delete "$station"
-    has "$station" mac-table && fault "$station is still there after it was deleted"
+    ! has "$station" mac-table || fault "$station is still there after it was deleted"
     check wired
 }
 
@@ -155,7 +158,10 @@ use_radios() {
     upstream=$(ctl --json survey "$radio" | awk -F '"' '
         $2 == "ssid" { name = $4 }
         $2 == "auth" { auth = $4 }
-        $2 == "cipher" && auth == "WPA2-PSK" && $4 == "AES" && name ~ /^[^\\]+$/ { print name; exit }')
+        $2 == "cipher" && auth == "WPA2-PSK" && $4 == "AES" && name ~ /^[^\\]+$/ && !found {
+            print name
+            found = 1
+        }') || fault "\"boardctl survey $radio\" failed"
     check radios stations survey
     [ -n "$upstream" ] || return 0
     title "The owner has $radio repeat a neighbour's network"
@@ -181,13 +187,13 @@ use_wps() {
 
 lock_out() {
     local radio=$1 station network
-    station=$(values station stations "$radio" | head -1)
-    network=$(values interface stations "$radio" | head -1)
+    station=$(values station stations "$radio" | sed -n 1p)
+    network=$(values interface stations "$radio" | sed -n 1p)
     [ -n "$network" ] || return 0
     title "The owner locks $station out of $network"
     run acl "$network" --policy deny --add "${station//-/:}"
     run stations "$radio"
-    has "$station" stations "$radio" && fault "$station is still there"
+    ! has "$station" stations "$radio" || fault "$station is still there"
     check access stations
     run acl "$network" --policy off --clear
     check access
@@ -218,7 +224,8 @@ radio=$(values radio radios | tail -1)
 [ -z "$network" ] || change_network "$network"
 if [ -n "$radio" ]; then
     use_radios "$radio"
-    case $(values AuthMode profile show "$radio") in
+    security=$(values AuthMode profile show "$radio")
+    case $security in
         'WPA;'* | 'WPA2;'* | 'WPA1WPA2;'* | WPA | WPA2 | WPA1WPA2) ;; # 802.1X has no WPS
         *) use_wps "$radio" ;;
     esac
