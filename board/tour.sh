@@ -63,7 +63,11 @@ values() {
     sed -n "s/^ *\"$key\": \"\(.*\)\",\{0,1\}\$/\1/p" <<<"$answer"
 }
 
-installs() { ctl journal | grep -c '^mtd write - Factory$'; }
+installs() {
+    local effects
+    effects=$(ctl journal) || fault '"boardctl journal" failed'
+    grep -c '^mtd write - Factory$' <<<"$effects"
+}
 
 # Whether the answer has the text: has TEXT ARGUMENTS...
 has() {

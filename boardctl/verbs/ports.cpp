@@ -104,7 +104,7 @@ Outcome mirror(Session& session, const Arguments& arguments) {
     for (const Port& port : ports_of(session)) {
         const std::string number = std::to_string(port.switch_port);
         if (monitor == number) answer["monitor"] = port.name;
-        if (!board_switch.setting("mirror.target." + number).empty())
+        if (monitor != number && !board_switch.setting("mirror.target." + number).empty())
             answer["copied"].push_back(port.name);
     }
     return {answer};

@@ -1,6 +1,7 @@
 #include "boardctl/verbs/radio_names.h"
 
 #include "frame/host.h"
+#include "live/interfaces.h"
 #include "platform/wlmap.h"
 
 namespace boardctl {
@@ -33,6 +34,14 @@ std::vector<Radio> named_radios(const Session& session, const Arguments& argumen
 
 std::string network_ifname(const Session& session, uint32_t wl_index) {
     return PLATFORM_CALL(session.library, get_wl_ifname)(wl_index);
+}
+
+bool is_running(const Session& session, const Radio& radio) {
+    const auto first = static_cast<uint32_t>(radio.wl_mode) << 16;
+    bool is_up = board::interface_is_up(radio.client_ifname);
+    for (uint32_t number = 0; number < PLATFORM_BSS_MAX; ++number)
+        is_up = is_up || board::interface_is_up(network_ifname(session, first + number));
+    return is_up;
 }
 
 Network named_network(const Session& session, const std::string& ifname) {

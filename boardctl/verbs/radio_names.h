@@ -27,6 +27,9 @@ std::vector<Radio> radios_of(const Session& session);
 std::vector<Radio> named_radios(const Session& session, const Arguments& arguments);
 Radio named_radio(const Session& session, const std::string& ifname);
 
+// A driver takes its profile when the radio's first interface comes up.
+bool is_running(const Session& session, const Radio& radio);
+
 // A network by its interface, such as ra1.
 struct Network {
     Radio radio;
