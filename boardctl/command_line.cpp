@@ -16,7 +16,7 @@ constexpr const char* kFooter = R"(
 Exit status
   0   good
   1   the board answered with a failure
-  2   wrong command line
+  2   wrong command line, or a mistake in the virtual board's configuration
   3   a library or the board is not there
   77  this machine does not let us enter the virtual board
 
