@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# A life of the virtual board in calls of boardctl, from power-on to radios on the air. Ends with
-# status 1 when the board is not as it should be.
+# A tour of the virtual board in calls of boardctl, from power-on to radios on the air. Ends with
+# status 1 at the first step that fails.
 # usage: tour.sh BOARDCTL [--board DIR]
-set -uo pipefail
+set -euo pipefail
 
 boardctl=$1
 shift
@@ -16,7 +16,6 @@ if [ "${1:-}" = --board ]; then
     shift 2
 fi
 [ -s "$board/.virtual-board" ] && was_there=yes || was_there=no
-faults=0
 
 ctl() { "$boardctl" --board "$board" "$@"; }
 
@@ -25,8 +24,8 @@ title() {
 }
 
 fault() {
-    printf 'FAULT: %s\n' "$*"
-    faults=$((faults + 1))
+    printf 'FAULT: %s\n' "$*" >&2
+    exit 1
 }
 
 # Shows a call and its answer; the call must end well. 77: this machine does not let us.
@@ -34,8 +33,8 @@ run() {
     printf '\n$ boardctl'
     printf ' %q' "$@"
     printf '\n'
-    ctl "$@"
-    local status=$?
+    local status=0
+    ctl "$@" || status=$?
     if [ $status -eq 77 ]; then exit 77; fi
     [ $status -eq 0 ] || fault "\"boardctl $*\" ended with status $status"
 }
@@ -43,9 +42,13 @@ run() {
 # The same for what the board must refuse or find wanting.
 run_failing() {
     printf '\n$ boardctl %s\n' "$*"
-    ctl "$@"
-    [ $? -eq 1 ] || fault "\"boardctl $*\" did not fail"
+    local status=0
+    ctl "$@" || status=$?
+    [ $status -eq 1 ] || fault "\"boardctl $*\" did not fail"
 }
+
+# The same without its answer.
+quietly() { ctl "$@" >/dev/null || fault "\"boardctl $*\" failed"; }
 
 # Without a word while it is good.
 check() {
@@ -56,14 +59,25 @@ $report"
 
 # The values of a key in a JSON answer, one a line.
 values() {
-    local key=$1
+    local key=$1 answer
     shift
-    ctl --json "$@" | sed -n "s/^ *\"$key\": \"\(.*\)\",\{0,1\}\$/\1/p"
+    answer=$(ctl --json "$@") || fault "\"boardctl $*\" failed"
+    sed -n "s/^ *\"$key\": \"\(.*\)\",\{0,1\}\$/\1/p" <<<"$answer"
 }
 
-installs() { ctl journal | grep -c '^mtd write - Factory$'; }
+installs() {
+    local effects
+    effects=$(ctl journal) || fault '"boardctl journal" failed'
+    grep -c '^mtd write - Factory$' <<<"$effects"
+}
 
-has() { grep -qF -- "$1" || fault "$2"; }
+# Whether the answer has the text: has TEXT ARGUMENTS...
+has() {
+    local text=$1 answer
+    shift
+    answer=$(ctl "$@") || fault "\"boardctl $*\" failed"
+    grep -qF -- "$text" <<<"$answer"
+}
 
 power_on_without_calibration() {
     title 'Power-on of a board whose calibration data was never written'
@@ -71,7 +85,7 @@ power_on_without_calibration() {
     [ "$(installs)" = 1 ] || fault 'the default calibration image was not installed exactly once'
     run calibration
     check calibration modules pins
-    ctl flash read Factory --output "$copies/installed" >/dev/null
+    quietly flash read Factory --output "$copies/installed"
 }
 
 power_on() {
@@ -79,12 +93,12 @@ power_on() {
     run start
     [ "$(installs)" = 0 ] || fault 'good calibration data was installed over'
     if [ -n "${1:-}" ]; then
-        ctl flash read Factory --output "$copies/kept" >/dev/null
+        quietly flash read Factory --output "$copies/kept"
         cmp -s "$1" "$copies/kept" || fault 'good calibration data was changed'
     fi
     run profile diff
     run radios
-    ctl check helper >/dev/null || fault 'the set-up network of a new router is not there'
+    check helper
 }
 
 use_switch() {
@@ -98,10 +112,10 @@ use_switch() {
     run mac-table
     check wired
     local station
-    station=$(values station mac-table | head -1)
+    station=$(values station mac-table | sed -n 1p)
     [ -n "$station" ] || return 0
     run mac-table --delete "$station"
-    ctl mac-table | grep -qF "$station" && fault "$station is still there after it was deleted"
+    ! has "$station" mac-table || fault "$station is still there after it was deleted"
     check wired
 }
 
@@ -117,18 +131,19 @@ silent_hours() {
         [ "$start" -eq "$now" ] && state=silent
         [ "$(values run_led_state leds)" = $state ] || fault "the LEDs are not $state"
     done
-    ctl leds silence never >/dev/null
+    quietly leds silence never
 }
 
 use_panel() {
     silent_hours
     title 'A held reset button'
-    ctl buttons held reset --samples 5 --interval 2 --json | has '"held": false' 'reset is held'
+    has '"held": false' --json buttons held reset --samples 5 --interval 2 || fault 'reset is held'
     run buttons press reset
     run buttons held reset --samples 5 --interval 2
-    ctl buttons held reset --samples 5 --interval 2 --json | has '"held": true' 'reset is released'
+    has '"held": true' --json buttons held reset --samples 5 --interval 2 ||
+        fault 'reset is released'
     check buttons
-    ctl buttons release reset >/dev/null
+    quietly buttons release reset
     check buttons
 }
 
@@ -149,7 +164,10 @@ use_radios() {
     upstream=$(ctl --json survey "$radio" | awk -F '"' '
         $2 == "ssid" { name = $4 }
         $2 == "auth" { auth = $4 }
-        $2 == "cipher" && auth == "WPA2-PSK" && $4 == "AES" && name ~ /^[^\\]+$/ { print name; exit }')
+        $2 == "cipher" && auth == "WPA2-PSK" && $4 == "AES" && name ~ /^[^\\]+$/ && !found {
+            print name
+            found = 1
+        }') || fault "\"boardctl survey $radio\" failed"
     check radios stations survey
     [ -n "$upstream" ] || return 0
     title "The owner has $radio repeat a neighbour's network"
@@ -157,7 +175,7 @@ use_radios() {
     run radios
     run stations "$radio"
     check networks radios stations
-    ctl --json radios "$radio" | has "\"upstream\": \"$upstream\"" "$radio is not on $upstream"
+    has "\"upstream\": \"$upstream\"" --json radios "$radio" || fault "$radio is not on $upstream"
 }
 
 use_wps() {
@@ -175,13 +193,13 @@ use_wps() {
 
 lock_out() {
     local radio=$1 station network
-    station=$(values station stations "$radio" | head -1)
-    network=$(values interface stations "$radio" | head -1)
+    station=$(values station stations "$radio" | sed -n 1p)
+    network=$(values interface stations "$radio" | sed -n 1p)
     [ -n "$network" ] || return 0
     title "The owner locks $station out of $network"
     run acl "$network" --policy deny --add "${station//-/:}"
     run stations "$radio"
-    ctl stations "$radio" | grep -qF "$station" && fault "$station is still there"
+    ! has "$station" stations "$radio" || fault "$station is still there"
     check access stations
     run acl "$network" --policy off --clear
     check access
@@ -195,14 +213,8 @@ refuse() {
 
 conclude() {
     title 'Result'
-    local report
-    report=$(ctl check) || fault "$report"
-    if [ $faults -eq 0 ]; then
-        echo '  The board is up and the changes have arrived.'
-    else
-        echo "  $faults faults"
-        exit 1
-    fi
+    check
+    echo '  The board is up and the changes have arrived.'
 }
 
 if [ $was_there = yes ]; then
@@ -219,7 +231,8 @@ radio=$(values radio radios | tail -1)
 [ -z "$network" ] || change_network "$network"
 if [ -n "$radio" ]; then
     use_radios "$radio"
-    case $(values AuthMode profile show "$radio") in
+    security=$(values AuthMode profile show "$radio")
+    case $security in
         'WPA;'* | 'WPA2;'* | 'WPA1WPA2;'* | WPA | WPA2 | WPA1WPA2) ;; # 802.1X has no WPS
         *) use_wps "$radio" ;;
     esac

@@ -1,4 +1,4 @@
-// The command line: what was asked for, or what to print and how to end instead.
+// The command line: what was asked for.
 #pragma once
 
 #include <optional>
@@ -21,8 +21,7 @@ struct Request {
     bool is_virtual() const { return host_library.empty(); }
 };
 
-// Nothing when the call ends here, with status and text already given.
-std::optional<Request> parse(const std::vector<const Verb*>& verbs, int argc, char** argv,
-                             int& status);
+// Nothing when the call ends here, well and with its text printed. Throws UsageError.
+std::optional<Request> parse(const std::vector<const Verb*>& verbs, int argc, char** argv);
 
 }  // namespace boardctl

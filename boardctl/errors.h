@@ -8,7 +8,7 @@ namespace boardctl {
 enum ExitStatus {
     kGood = 0,
     kFailed = 1,       // the board answered with a failure
-    kUsage = 2,        // wrong command line
+    kUsage = 2,        // wrong command line or configuration
     kMissing = 3,      // a library or the board is not there
     kNotAllowed = 77,  // the machine does not let us enter the virtual board
 };

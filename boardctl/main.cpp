@@ -62,13 +62,12 @@ Progress* shared_progress() {
     return new (place) Progress;
 }
 
-void print(FILE* stream, const std::string& text) {
-    std::fwrite(text.data(), 1, text.size(), stream);
-    std::fflush(stream);
+void print_message(const std::string& line) {
+    std::fprintf(stderr, "%s\n", shown(line).c_str());
 }
 
 void print_messages(const std::string& messages) {
-    for (const std::string& line : split_lines(messages)) print(stderr, shown(line) + '\n');
+    for (const std::string& line : split_lines(messages)) print_message(line);
 }
 
 class Call {
@@ -99,6 +98,7 @@ private:
             board.make(is_erased);
         else
             board.make_if_missing();
+        board.check_configuration(library_);
         if (is_start) board.power_on();
         return board.enter([this] {
             handle_closed_pipe(SIG_DFL);
@@ -144,9 +144,14 @@ private:
         const std::string messages = capture_.take();
         capture_.end();
         if (request_.verbose || status != kGood) print_messages(messages);
-        if (outcome) print_answer(*outcome);
+        try {
+            if (outcome) print_answer(*outcome);
+        } catch (const Failed& error) {
+            fault = error.what();
+            status = kFailed;
+        }
         hint();
-        if (!fault.empty()) print(stderr, "boardctl: " + shown(fault) + '\n');
+        if (!fault.empty()) print_message("boardctl: " + fault);
         progress_->has_ended = true;
         return status;
     }
@@ -166,12 +171,12 @@ private:
         if (!request_.is_virtual() || board::interface_exists("br0")) return;
         for (const std::string_view group : kNeedStart)
             if (group == request_.verb->group)
-                print(stderr, "boardctl: this board was never started: boardctl start\n");
+                print_message("boardctl: this board was never started: boardctl start");
     }
 
     void print_answer(const Outcome& outcome) {
         const Json answer = outcome.is_shown ? outcome.value : escaped(outcome.value);
-        print(stdout, request_.json ? as_json(answer) : as_text(answer, ::isatty(STDOUT_FILENO)));
+        print_out(request_.json ? as_json(answer) : as_text(answer, ::isatty(STDOUT_FILENO)));
     }
 
     const Request& request_;
@@ -196,14 +201,14 @@ std::optional<Json> told_of_functions(const Request& request) {
 }
 
 int run(int argc, char** argv) {
-    int status = kGood;
-    const std::optional<Request> request = parse(all_verbs(), argc, argv, status);
-    if (!request) return status;
+    const std::vector<const Verb*> verbs = all_verbs();
+    const std::optional<Request> request = parse(verbs, argc, argv);
+    if (!request) return kGood;
     const auto told = told_of_functions(*request);
     if (!told) return Call(*request).run();
-    print(stdout, request->json       ? as_json(*told)
-                  : told->is_string() ? told->get<std::string>() + '\n'
-                                      : as_text(*told, false));
+    print_out(request->json       ? as_json(*told)
+              : told->is_string() ? told->get<std::string>() + '\n'
+                                  : as_text(*told, false));
     return kGood;
 }
 

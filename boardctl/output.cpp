@@ -3,9 +3,13 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <nlohmann/json.hpp>
 #include <vector>
 
+#include "boardctl/errors.h"
 #include "boardctl/text.h"
 
 namespace boardctl {
@@ -182,6 +186,12 @@ std::string as_json(const Json& value) {
 std::string as_text(const Json& value, bool bold) {
     const bool is_empty = value.is_structured() && value.empty();
     return is_empty ? "none\n" : Text(bold).of(value);
+}
+
+void print_out(const std::string& text) {
+    const bool is_written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    if (std::fflush(stdout) != 0 || !is_written)
+        throw Failed(std::string("cannot write the answer: ") + std::strerror(errno));
 }
 
 }  // namespace boardctl

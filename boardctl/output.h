@@ -13,4 +13,7 @@ nlohmann::ordered_json escaped(const nlohmann::ordered_json& value);
 std::string as_json(const nlohmann::ordered_json& value);
 std::string as_text(const nlohmann::ordered_json& value, bool bold);
 
+// To standard output. Throws Failed when not all of it could be written.
+void print_out(const std::string& text);
+
 }  // namespace boardctl

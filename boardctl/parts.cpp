@@ -22,6 +22,10 @@ fs::path find_part(const char* installed, const char* built) {
 
 }  // namespace
 
+const char* version() {
+    return VERSION;
+}
+
 Parts find_parts() {
     Parts parts;
     parts.host_library =

@@ -16,4 +16,6 @@ struct Parts {
 // As installed with the program, else as built with it.
 Parts find_parts();
 
+const char* version();  // "1.0.0"
+
 }  // namespace boardctl

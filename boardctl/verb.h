@@ -1,6 +1,7 @@
 // What a verb is: its words, its options, its help, and the function that does it.
 #pragma once
 
+#include <limits>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <span>
@@ -25,10 +26,18 @@ enum class Kind { positional, required, flag, text, number, texts, rest };
 
 inline constexpr const char* kRest = "...";
 
+struct Range {
+    int first = std::numeric_limits<int>::min();
+    int last = std::numeric_limits<int>::max();
+};
+
 struct Option {
     const char* name;  // "IFNAME" of a positional, "--pin"
     Kind kind;
     const char* help;
+    Range range = {};             // of a number
+    const char* words = nullptr;  // "on|off": its values are no others
+    bool may_be_empty = false;
 };
 
 class Arguments {
@@ -38,16 +47,18 @@ public:
 
     bool has(const std::string& name) const { return values_.contains(name); }
     std::string text(const std::string& name, const std::string& fallback = "") const;
-    int number(const std::string& name, int fallback) const;  // throws UsageError
+    int number(const std::string& name, int fallback) const;
     std::vector<std::string> texts(const std::string& name) const;
 
 private:
     Values values_;
 };
 
-// Decimal, or hexadecimal after "0x"; throws UsageError, which names the argument.
-int number_of(const std::string& text, const std::string& name);
-bool is_on(const std::string& text, const std::string& name);  // on|off, yes|no, 1|0
+// Decimal, or hexadecimal after "0x"; throws UsageError, which says what is allowed.
+int number_of(const std::string& text, const std::string& name, Range range = {});
+
+inline constexpr const char* kOnOff = "on|off|yes|no|1|0";
+bool is_on(const std::string& text);  // of these words
 
 struct Verb {
     const char* group;  // "ports"

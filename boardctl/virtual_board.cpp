@@ -6,10 +6,12 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
 #include "boardctl/errors.h"
+#include "boardctl/text.h"
 #include "host/entry.h"
 #include "tree/enter.h"
 
@@ -75,6 +77,14 @@ void VirtualBoard::make(bool erased_factory) const {
     } catch (const fs::filesystem_error& error) {
         throw Missing(error.what());
     }
+}
+
+void VirtualBoard::check_configuration(const Library& library) const {
+    const auto complain = [](const char* text) {
+        std::fprintf(stderr, "%s\n", shown(text).c_str());
+    };
+    if (HOST_CALL(library, board_check_configuration)(directory_.c_str(), complain) != 0)
+        throw UsageError("correct the board's configuration first");
 }
 
 void VirtualBoard::power_on() const {

@@ -18,6 +18,11 @@ public:
 
     void make_if_missing() const;          // throws Missing for a board of another version
     void make(bool erased_factory) const;  // as it leaves the factory, or before that
+
+    // Throws UsageError unless all of its configuration is understood, after naming each line on
+    // standard error that is not.
+    void check_configuration(const Library& library) const;
+
     void power_on() const;
 
     // Does the work on the board and returns its status, kNotAllowed where that cannot be.

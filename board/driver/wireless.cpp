@@ -11,7 +11,6 @@
 #include "frame/host.h"
 #include "live/interfaces.h"
 #include "live/journal.h"
-#include "live/key_file.h"
 #include "live/radio_driver.h"
 #include "live/tree.h"
 #include "live/wps_run.h"
@@ -44,26 +43,14 @@ Answer uuid(const std::string& ifname) {
 
 // The texts of the device at the other end, each in a field of its own width.
 Answer peer(const std::string& ifname) {
-    constexpr struct {
-        const char* key;
-        size_t width;
-    } kFields[] = {
-        {"device_name",   32},
-        {"manufacturer",  64},
-        {"model_name",    32},
-        {"model_number",  32},
-        {"serial_number", 32},
-        {"",              8 },
-    };
+    constexpr size_t kReserved = 8;
     if (!has_wps_peer(ifname)) return std::nullopt;
-    const KeyFile device = KeyFile::load_or_empty("/etc/wps_peer.conf");
     std::string record;
-    for (const auto& [key, width] : kFields) {
-        std::string text = device.get(key).value_or("");
-        text.resize(width);
-        record += text;
+    for (WpsPeerText& row : wps_peer()) {
+        row.text.resize(row.width);
+        record += row.text;
     }
-    return record;
+    return record.append(kReserved, '\0');
 }
 
 // Middle of the block of channels that a radio uses.

@@ -9,11 +9,16 @@
 #include "frame/host.h"
 #include "host/entry.h"
 #include "host/fields.h"
-#include "host/radio.h"
 #include "host/state_file.h"
 #include "live/journal.h"
+#include "live/modules.h"
+#include "live/neighbours.h"
+#include "live/pins.h"
+#include "live/stations.h"
+#include "live/switch_wiring.h"
 #include "live/tree.h"
 #include "live/words.h"
+#include "live/wps_run.h"
 
 namespace {
 
@@ -29,23 +34,23 @@ State& loaded() {
     return *before;
 }
 
-bool is_possible(const State& configured) {
-    const auto& wl_modes = configured.wl_modes;
-    const auto& radios = configured.radios;
-    const auto has_radio = [](int32_t wl_mode) { return board::find_radio(wl_mode) != nullptr; };
-    return std::all_of(wl_modes.begin(), wl_modes.end(), has_radio) &&
-           std::all_of(radios.begin(), radios.end(), [](const board::Radio& radio) {
-               return radio.bss_count >= 0 && radio.bss_count <= PLATFORM_BSS_MAX;
-           });
-}
-
-int complain(const Lines& complaints) {
-    for (const std::string& complaint : complaints)
-        std::fprintf(stderr, "board: %s\n", complaint.c_str());
-    if (!complaints.empty()) return -1;
-    if (is_possible(board::state())) return 0;
-    std::fputs("board: this configuration does not fit the board\n", stderr);
-    return -1;
+// Every configuration file of the board.
+board::Complaints complaints() {
+    board::State scratch = board::factory_state();
+    board::ModuleFaults modules;
+    std::vector<board::Neighbour> neighbours;
+    std::vector<board::WiredPin> pins;
+    board::StationFile stations;
+    board::Wiring wiring;
+    std::vector<board::WpsPeerText> peer;
+    board::Complaints all;
+    for (const board::Complaints& some :
+         {board::load_state(scratch, board::in_tree("/etc/board.conf"), board::Limits::board),
+          board::load_module_faults(modules), board::load_neighbours(neighbours),
+          board::load_wired_pins(pins), board::load_station_file(stations),
+          board::load_wiring(wiring), board::load_wps_peer(peer)})
+        all.insert(all.end(), some.begin(), some.end());
+    return all;
 }
 
 bool starts_with(const std::string& line, const std::string& name) {
@@ -91,16 +96,26 @@ void replace_table(Lines& lines, const char* table) {
 
 extern "C" {
 
+int board_check_configuration(const char* directory, void (*complain)(const char* text)) {
+    board::set_root(directory);
+    const board::Complaints found = complaints();
+    board::set_root("");
+    for (const std::string& complaint : found) complain(complaint.c_str());
+    return found.empty() ? 0 : -1;
+}
+
 int board_load_state(const char* path) {
     board::set_root("");
-    const int status = complain(board::load_state(board::state(), path));
+    const auto found = board::load_state(board::state(), path, board::Limits::board);
+    for (const std::string& complaint : found)
+        std::fprintf(stderr, "board: %s\n", complaint.c_str());
     loaded() = board::state();
-    return status;
+    return found.empty() ? 0 : -1;
 }
 
 int board_set_state(const char* line) {
     std::ofstream(kScratch) << line << '\n';
-    return complain(board::load_state(board::state(), kScratch));
+    return board::load_state(board::state(), kScratch, board::Limits::board).empty() ? 0 : -1;
 }
 
 int board_set_mac_filter(uint32_t wl_index, int policy, const char* addresses) {

@@ -5,6 +5,10 @@
 
 extern "C" {
 
+// Of the board in that folder of this machine. 0, or -1 after a complaint for each line of its
+// configuration files that is not understood: "FILE:LINE: not understood: TEXT".
+int board_check_configuration(const char* directory, void (*complain)(const char* text));
+
 // From the board itself: its tree is "/". 0, or -1 after a message for what does not fit.
 int board_load_state(const char* path);
 

@@ -7,6 +7,7 @@
 
 #include "frame/host.h"
 #include "host/fields.h"
+#include "host/limits.h"
 #include "live/journal.h"
 #include "live/words.h"
 
@@ -94,26 +95,37 @@ constexpr struct {
     {"wan",        load_wan       },
 };
 
-// The name is as many words as make a known one; the rest is the value.
-bool load_field(const Fields& fields, Words words) {
-    std::string name;
-    for (size_t i = 0; i < words.size(); ++i) {
-        name += (i == 0 ? "" : " ") + words[i];
-        const auto field = fields.find(name);
-        if (field != fields.end()) return set_field(field->second, words.subspan(i + 1));
+// The line's words, read for a state. A field's name is as many words as make a known one.
+class LineReader {
+public:
+    LineReader(State& target, Limits limits) : target_(target), limits_(limits) {
+        for (Field& field : fields_of(target)) fields_.emplace(field.name, field);
     }
-    return false;
-}
 
-bool load_line(State& target, const Fields& fields, Words words) {
-    for (const auto& table : kTables)
-        if (table.name == words[0]) return table.load(target, words.subspan(1));
-    return load_field(fields, words);
-}
+    bool take(Words words) {
+        for (const auto& table : kTables)
+            if (table.name == words[0])
+                return fits(words[0], words.subspan(1)) && table.load(target_, words.subspan(1));
+        std::string name;
+        for (size_t i = 0; i < words.size(); ++i) {
+            name += (i == 0 ? "" : " ") + words[i];
+            const auto field = fields_.find(name);
+            if (field != fields_.end())
+                return fits(name, words.subspan(i + 1)) &&
+                       set_field(field->second, words.subspan(i + 1));
+        }
+        return false;
+    }
 
-std::string complaint(const std::string& path, int number, const std::string& line) {
-    return path + ':' + std::to_string(number) + ": not understood: " + line;
-}
+private:
+    bool fits(std::string_view name, Words words) const {
+        return limits_ == Limits::none || is_within_limits(name, words);
+    }
+
+    State& target_;
+    const Limits limits_;
+    Fields fields_;
+};
 
 class Writer {
 public:
@@ -169,21 +181,10 @@ void save_regulation(Writer& writer, const Regulation& row) {
 
 }  // namespace
 
-std::vector<std::string> load_state(State& target, const std::string& path) {
-    std::ifstream file(path);
-    if (!file) return {"cannot read " + path};
-    Fields fields;
-    for (Field& field : fields_of(target)) fields.emplace(field.name, field);
-
-    std::vector<std::string> complaints;
-    std::string line;
-    for (int number = 1; std::getline(file, line); ++number) {
-        const auto words = split_words(line);
-        if (words && words->empty()) continue;
-        if (!words || !load_line(target, fields, *words))
-            complaints.push_back(complaint(path, number, line));
-    }
-    return complaints;
+Complaints load_state(State& target, const std::string& path, Limits limits) {
+    if (!std::ifstream(path)) return {"cannot read " + path};
+    LineReader reader(target, limits);
+    return read_configuration(path, [&reader](Words words) { return reader.take(words); });
 }
 
 bool save_state(const State& source, const std::string& path) {

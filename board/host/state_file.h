@@ -13,14 +13,16 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "host/state.h"
+#include "live/configuration.h"
 
 namespace board {
 
-// Changes what the file names and leaves the rest. Returns complaints, each with its line number.
-std::vector<std::string> load_state(State& target, const std::string& path);
+// Changes what the file names and leaves the rest. Returns a complaint for each line that is not
+// understood; a board's own file must also keep within what this board may be (host/limits.h).
+enum class Limits { none, board };
+Complaints load_state(State& target, const std::string& path, Limits limits = Limits::none);
 
 // Writes what differs from the factory state; loading it over that gives the same state again.
 bool save_state(const State& source, const std::string& path);

@@ -12,7 +12,6 @@
 namespace board {
 namespace {
 
-constexpr const char* kNeighboursPath = "/etc/neighbours.conf";
 constexpr size_t kColumns = 9;
 constexpr size_t kColumnsWithElement = 11;
 
@@ -25,17 +24,26 @@ int signal_percent(int rssi_dbm) {
     return std::clamp((rssi_dbm + 90) * 5 / 2, 0, 100);
 }
 
-std::optional<Neighbour> to_neighbour(const std::vector<std::string>& words) {
+bool is_element(std::string_view digits) {
+    constexpr std::string_view kDigits = "0123456789abcdefABCDEF";
+    return digits.size() == 32 && digits.find_first_not_of(kDigits) == std::string::npos;
+}
+
+// Texts are no wider than their columns in the driver's table.
+std::optional<Neighbour> to_neighbour(std::span<const std::string> words) {
     if (words.size() != kColumns && words.size() != kColumnsWithElement) return std::nullopt;
-    const auto channel = to_number<int>(words[1]);
-    const auto rssi = to_number<int>(words[4]);
-    if (!channel || !rssi) return std::nullopt;
-    Neighbour neighbour{*channel, words[2], words[3], *rssi, words[5],
-                        words[6], words[7], words[8], "",    ""};
-    if (words.size() == kColumnsWithElement) {
-        neighbour.element = words[9];
-        neighbour.name = words[10];
-    }
+    const auto channel = number_within(words[1], 1, 196);
+    const auto rssi = number_within(words[4], -128, 0);
+    if (!is_radio(words[0]) || !channel || !to_mac(words[2]) || words[3].size() > 22 || !rssi ||
+        words[5].size() > 11 || !is_one_of(words[6], {"ABOVE", "BELOW", "NONE"}) ||
+        !is_one_of(words[7], {"PBC", "PIN", "NO"}) || words[8].size() > 32)
+        return std::nullopt;
+    Neighbour neighbour{words[0], *channel, words[2], words[3], *rssi, words[5],
+                        words[6], words[7], words[8], "",       ""};
+    if (words.size() == kColumns) return neighbour;
+    if (!is_element(words[9]) || words[10].size() > 16) return std::nullopt;
+    neighbour.element = words[9];
+    neighbour.name = words[10];
     return neighbour;
 }
 
@@ -77,13 +85,19 @@ bool is_weaker(const Neighbour& a, const Neighbour& b) {
 
 }  // namespace
 
+Complaints load_neighbours(std::vector<Neighbour>& neighbours) {
+    const auto take = [&neighbours](std::span<const std::string> words) {
+        const auto neighbour = to_neighbour(words);
+        if (neighbour) neighbours.push_back(*neighbour);
+        return neighbour.has_value();
+    };
+    return read_configuration(in_tree("/etc/neighbours.conf"), take);
+}
+
 std::vector<Neighbour> neighbours_of(std::string_view main_ifname) {
     std::vector<Neighbour> neighbours;
-    for (const std::string& line : read_lines(kNeighboursPath)) {
-        const auto words = split_words(line);
-        if (!words || words->empty() || words->front() != main_ifname) continue;
-        if (const auto neighbour = to_neighbour(*words)) neighbours.push_back(*neighbour);
-    }
+    load_neighbours(neighbours);
+    std::erase_if(neighbours, [&](const Neighbour& each) { return each.radio != main_ifname; });
     return neighbours;
 }
 

@@ -6,9 +6,12 @@
 #include <string_view>
 #include <vector>
 
+#include "live/configuration.h"
+
 namespace board {
 
 struct Neighbour {
+    std::string radio;  // that hears it, by its main interface
     int channel = 0;
     std::string bssid;     // "00:11:22:33:44:55"
     std::string security;  // as the driver prints it: "WPA2PSK/AES", "NONE"
@@ -21,6 +24,7 @@ struct Neighbour {
     std::string name;       // the element's text
 };
 
+Complaints load_neighbours(std::vector<Neighbour>& neighbours);
 std::vector<Neighbour> neighbours_of(std::string_view main_ifname);
 
 // What the driver says of its last survey: a table in columns of fixed width.

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "live/tree.h"
+#include "live/words.h"
 
 namespace board {
 namespace {
@@ -57,17 +58,27 @@ bool change_pin(int number, const Change& change) {
 
 }  // namespace
 
+Complaints load_wired_pins(std::vector<WiredPin>& pins) {
+    constexpr int kLastPin = 102;
+    const auto take = [&pins](std::span<const std::string> words) {
+        const auto number = number_within(words[0], 0, kLastPin);
+        const auto level = words.size() > 1 ? number_within(words[1], 0, 1) : std::nullopt;
+        if (!number || !level) return false;
+        pins.push_back({*number, *level});
+        return true;
+    };
+    return read_configuration(in_tree("/etc/pins.conf"), take);
+}
+
 void make_pin_file() {
     std::vector<std::string> lines = {"MT7622 pins",
                                       "PIN: MODE DIR DOUT DIN PULL_EN PULL_SEL IES SMT DRIVE"};
-    for (const std::string& line : read_lines("/etc/pins.conf")) {
-        std::istringstream words(line);
-        Pin pin;
-        int level = 0;
-        if (!(words >> pin.number >> level)) continue;
-        pin.values = {0, 0, 0, level, 1, 1, 1, 0, 8};
-        lines.push_back(line_of(pin));
-    }
+    std::vector<WiredPin> pins;
+    load_wired_pins(pins);
+    for (const auto& [number, level] : pins)
+        lines.push_back(line_of({
+            number, {0, 0, 0, level, 1, 1, 1, 0, 8}
+        }));
     const std::string path = kPinFile;
     make_directories(path.substr(0, path.rfind('/')));
     replace_lines(path, lines);

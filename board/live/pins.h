@@ -3,13 +3,22 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
+
+#include "live/configuration.h"
 
 namespace board {
 
 inline constexpr const char* kPinFile = "/sys/devices/platform/10005000.pinctrl/mt_gpio";
 
-// Makes the file from /etc/pins.conf, "PIN LEVEL what is wired to it" a line.
-void make_pin_file();
+// What /etc/pins.conf says, "PIN LEVEL what is wired to it" a line.
+struct WiredPin {
+    int number = 0;
+    int level = 0;
+};
+Complaints load_wired_pins(std::vector<WiredPin>& pins);
+
+void make_pin_file();  // with the wired pins
 
 bool has_pins();  // false: no such file, or one that lists nothing
 

@@ -66,6 +66,11 @@ std::optional<RadioNames> radio_names(std::string_view ifname) {
     return std::nullopt;
 }
 
+bool is_radio(std::string_view ifname) {
+    const auto radio = radio_names(ifname);
+    return radio && radio->main == ifname;
+}
+
 std::string radio_of(std::string_view ifname) {
     const auto radio = radio_names(ifname);
     return radio ? radio->main : std::string(ifname);

@@ -23,6 +23,8 @@ struct RadioNames {
     std::string client;          // "apcli0"
 };
 
+bool is_radio(std::string_view ifname);  // its main interface
+
 // The radio that a main, network or repeater-client interface belongs to.
 std::optional<RadioNames> radio_names(std::string_view ifname);
 std::string radio_of(std::string_view ifname);  // its main interface; the name itself of no radio's

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstdio>
+#include <limits>
 
 #include "live/interfaces.h"
 #include "live/neighbours.h"
@@ -13,20 +13,15 @@
 namespace board {
 namespace {
 
-constexpr const char* kStationsPath = "/etc/stations.conf";
 constexpr int kAllowListed = 1;
 constexpr int kDenyListed = 2;
 
-using Line = std::vector<std::string>;
+using Words = std::span<const std::string>;
 
-// The lines of one kind: "station IF ...", "table IF ...", "statistics IF ...".
-std::vector<Line> lines_of(std::string_view kind) {
-    std::vector<Line> lines;
-    for (const std::string& text : read_lines(kStationsPath)) {
-        auto words = split_words(text);
-        if (words && words->size() > 2 && words->front() == kind) lines.push_back(*words);
-    }
-    return lines;
+StationFile station_file() {
+    StationFile file;
+    load_station_file(file);
+    return file;
 }
 
 bool is_admitted(const Station& station) {
@@ -37,26 +32,75 @@ bool is_admitted(const Station& station) {
     return control.policy != kDenyListed || !is_listed;
 }
 
-Station to_station(const Line& words) {
-    Station station;
-    station.ifname = words[1];
-    station.mac = words[2];
-    int* const numbers[] = {&station.aid, &station.sent_mbps, &station.received_mbps,
-                            &station.seconds};
-    size_t next = 3;
-    for (int* const number : numbers) *number = to_number<int>(words[next++]).value_or(0);
-    if (!driver_setting(station.ifname, "ResetCounter")) {
-        station.received_bytes = to_number<uint64_t>(words[next]).value_or(0);
-        station.sent_bytes = to_number<uint64_t>(words[next + 1]).value_or(0);
+// "-45/-47": of one to four receive chains.
+bool is_rssi(std::string_view text) {
+    int chains = 0;
+    for (size_t end = 0; end != std::string_view::npos; text.remove_prefix(end + 1), ++chains) {
+        end = text.find('/');
+        if (!number_within(text.substr(0, end), -128, 0)) return false;
+        if (end == std::string_view::npos) break;
     }
-    station.rssi_dbm = words[next + 2];
-    return station;
+    return chains < 4;
 }
 
-bool has_new_table(std::string_view main_ifname) {
-    for (const Line& words : lines_of("table"))
-        if (words[1] == main_ifname) return words[2] == "V2";
-    return false;
+bool is_network(std::string_view ifname) {
+    const auto radio = radio_names(ifname);
+    return radio && ifname != radio->client && network_number(ifname) < 4;
+}
+
+// INTERFACE ADDRESS AID SENT RECEIVED SECONDS RECEIVED SENT RSSI
+bool take_station(Words words, StationFile& file) {
+    constexpr int kLastAid = 2007;
+    if (words.size() != 9 || !is_network(words[0]) || !to_mac(words[1])) return false;
+    Station station;
+    station.ifname = words[0];
+    station.mac = words[1];
+    for (char& digit : station.mac)  // as access lists have them
+        digit = static_cast<char>(std::toupper(static_cast<unsigned char>(digit)));
+    int* const numbers[] = {&station.aid, &station.sent_mbps, &station.received_mbps,
+                            &station.seconds};
+    size_t next = 2;
+    for (int* const number : numbers) {
+        const auto value = number_within(words[next++], 0, std::numeric_limits<int>::max());
+        if (!value) return false;
+        *number = *value;
+    }
+    const auto received = to_number<uint64_t>(words[6]);
+    const auto sent = to_number<uint64_t>(words[7]);
+    if (!received || !sent || !is_rssi(words[8])) return false;
+    station.received_bytes = *received;
+    station.sent_bytes = *sent;
+    station.rssi_dbm = words[8];
+    file.stations.push_back(station);
+    return station.aid >= 1 && station.aid <= kLastAid;
+}
+
+// RADIO old|V2
+bool take_table(Words words, StationFile& file) {
+    if (words.size() != 2 || !is_radio(words[0])) return false;
+    if (words[1] == "V2") file.new_tables.push_back(words[0]);
+    return words[1] == "V2" || words[1] == "old";
+}
+
+// RADIO LINE
+bool take_statistics(Words words, StationFile& file) {
+    if (words.size() != 2 || !is_radio(words[0])) return false;
+    file.statistics.push_back({words[0], words[1]});
+    return words[1].find('=') != std::string::npos;
+}
+
+constexpr struct {
+    std::string_view kind;
+    bool (*take)(Words words, StationFile& file);
+} kKinds[] = {
+    {"station",    take_station   },
+    {"statistics", take_statistics},
+    {"table",      take_table     },
+};
+
+bool has_new_table(const std::string& main_ifname) {
+    const auto radios = station_file().new_tables;
+    return std::find(radios.begin(), radios.end(), main_ifname) != radios.end();
 }
 
 std::string bare_digits(const std::string& mac) {
@@ -88,13 +132,24 @@ Station upstream_station(const Neighbour& neighbour) {
 
 }  // namespace
 
+Complaints load_station_file(StationFile& file) {
+    const auto take = [&file](Words words) {
+        for (const auto& [kind, take_line] : kKinds)
+            if (kind == words[0]) return take_line(words.subspan(1), file);
+        return false;
+    };
+    return read_configuration(in_tree("/etc/stations.conf"), take);
+}
+
 std::vector<Station> stations_of(std::string_view main_ifname) {
-    constexpr size_t kWords = 10;
     std::vector<Station> stations;
-    for (const Line& words : lines_of("station")) {
-        if (words.size() != kWords || radio_of(words[1]) != main_ifname) continue;
-        const Station station = to_station(words);
-        if (interface_is_up(station.ifname) && is_admitted(station)) stations.push_back(station);
+    for (Station& station : station_file().stations) {
+        if (radio_of(station.ifname) != main_ifname || !interface_is_up(station.ifname) ||
+            !is_admitted(station))
+            continue;
+        if (driver_setting(station.ifname, "ResetCounter"))
+            station.received_bytes = station.sent_bytes = 0;
+        stations.push_back(station);
     }
     return stations;
 }
@@ -116,8 +171,8 @@ std::string driver_statistics(std::string_view ifname) {
     const std::string radio = radio_of(ifname);
     std::string text = std::string(ifname) + "  stat:\n";
     text += "Tx power percent=" + driver_setting(ifname, "TxPower").value_or("100") + '\n';
-    for (const Line& words : lines_of("statistics"))
-        if (words[1] == radio) text += words[2] + '\n';
+    for (const auto& [owner, line] : station_file().statistics)
+        if (owner == radio) text += line + '\n';
     if (const auto upstream = upstream_of(ifname))
         text += "Ap Client Status=1," + std::to_string(upstream->rssi_dbm) + '\n';
     return text;

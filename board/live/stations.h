@@ -2,10 +2,13 @@
 // driver tells about them.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "live/configuration.h"
 
 namespace board {
 
@@ -20,6 +23,14 @@ struct Station {
     uint64_t sent_bytes = 0;
     std::string rssi_dbm;  // of each chain: "-45/-47"
 };
+
+// What /etc/stations.conf says.
+struct StationFile {
+    std::vector<Station> stations;
+    std::vector<std::string> new_tables;                 // radios whose table has the form V2
+    std::vector<std::array<std::string, 2>> statistics;  // a radio and a line of its statistics
+};
+Complaints load_station_file(StationFile& file);
 
 // Those that are associated: their network is up and lets them in.
 std::vector<Station> stations_of(std::string_view main_ifname);

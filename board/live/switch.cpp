@@ -66,7 +66,8 @@ Switch::Switch() {
         set_number(counter_key(counter.port, counter.offset), counter.value);
     for (int port = 0; port < kPhyPorts; ++port) restart_negotiation(port);
     std::vector<std::string> addresses;
-    for (const LearntAddress& address : load_stations()) addresses.push_back(address_line(address));
+    for (const LearntAddress& address : wiring().stations)
+        addresses.push_back(address_line(address));
     replace_lines(live_path("switch.addresses"), addresses);
     save();
 }

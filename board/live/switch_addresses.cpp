@@ -5,6 +5,7 @@
 
 #include "live/switch.h"
 #include "live/tree.h"
+#include "live/words.h"
 
 namespace board {
 namespace {
@@ -35,7 +36,8 @@ bool find_address(uint32_t number, LearntAddress& address, bool& last) {
     const size_t end = text.find('\n', start);
     if (end == std::string::npos) return false;
     last = end + 1 == text.size();
-    return parse_address(text.substr(start, end - start), address);
+    const auto words = split_words(std::string_view(text).substr(start, end - start));
+    return words && parse_address(*words, address);
 }
 
 std::string digits_of(std::string_view line) {

@@ -1,16 +1,15 @@
 #include "live/switch_wiring.h"
 
-#include <algorithm>
 #include <cstdio>
-#include <sstream>
+#include <optional>
 
 #include "live/tree.h"
+#include "live/words.h"
 
 namespace board {
 namespace {
 
-constexpr const char* kPath = "/etc/switch.conf";
-constexpr std::string_view kStation = "station ";
+using Words = std::span<const std::string>;
 
 constexpr struct {
     std::string_view name;
@@ -35,87 +34,91 @@ bool add_mode(LinkPartner& partner, std::string_view name) {
     return false;
 }
 
-bool read_port(std::istringstream& words, int& port) {
-    return words >> port && port >= 0 && port < kSwitchPorts;
+std::optional<int> port_number(std::string_view word, int ports) {
+    return number_within(word, 0, ports - 1);
 }
 
-bool load_partner(std::istringstream& words, Wiring& wiring) {
-    int port = 0;
-    if (!read_port(words, port)) return false;
-    for (std::string mode; words >> mode;)
-        if (!add_mode(wiring.partners[static_cast<size_t>(port)], mode)) return false;
+bool load_partner(Words words, Wiring& wiring) {
+    const auto port = words.size() > 1 ? port_number(words[0], kPhyPorts) : std::nullopt;
+    if (!port) return false;
+    for (const std::string& mode : words.subspan(1))
+        if (!add_mode(wiring.partners[static_cast<size_t>(*port)], mode)) return false;
     return true;
 }
 
-bool load_counter(std::istringstream& words, Wiring& wiring) {
-    CounterStart counter;
-    if (!read_port(words, counter.port)) return false;
-    if (!(words >> std::hex >> counter.offset >> counter.value)) return false;
-    wiring.counters.push_back(counter);
+bool load_counter(Words words, Wiring& wiring) {
+    if (words.size() != 3) return false;
+    const auto port = port_number(words[0], kSwitchPorts);
+    const auto offset = number_within<uint32_t>(words[1], 0, 0xfc, 16);
+    const auto value = to_number<uint32_t>(words[2], 16);
+    if (!port || !offset || *offset % 4 != 0 || !value) return false;
+    wiring.counters.push_back({*port, *offset, *value});
     return true;
 }
 
-bool load_negotiation(std::istringstream& words, Wiring& wiring) {
-    return static_cast<bool>(words >> wiring.negotiation_polls);
+bool load_negotiation(Words words, Wiring& wiring) {
+    const auto polls = words.size() == 1 ? to_number<uint32_t>(words[0]) : std::nullopt;
+    wiring.negotiation_polls = polls.value_or(0);
+    return polls.has_value();
 }
 
-bool load_busy(std::istringstream& words, Wiring& wiring) {
-    return words >> wiring.busy_polls >> wiring.busy_every && wiring.busy_every > 0;
+bool load_busy(Words words, Wiring& wiring) {
+    if (words.size() != 2) return false;
+    const auto polls = to_number<uint32_t>(words[0]);
+    const auto every = to_number<uint32_t>(words[1]);
+    if (!polls || every.value_or(0) == 0) return false;
+    wiring.busy_polls = *polls;
+    wiring.busy_every = *every;
+    return true;
+}
+
+bool load_station(Words words, Wiring& wiring) {
+    LearntAddress address;
+    if (wiring.stations.size() == kAddressTable || !parse_address(words, address)) return false;
+    wiring.stations.push_back(address);
+    return true;
 }
 
 constexpr struct {
     std::string_view name;
-    bool (*load)(std::istringstream& words, Wiring& wiring);
+    bool (*load)(Words words, Wiring& wiring);
 } kLines[] = {
     {"busy",        load_busy       },
     {"counter",     load_counter    },
     {"negotiation", load_negotiation},
     {"port",        load_partner    },
+    {"station",     load_station    },
 };
 
-void complain(const std::string& line) {
-    std::fprintf(stderr, "switch.conf: not understood: %s\n", line.c_str());
-}
-
-bool load_line(const std::string& line, Wiring& wiring) {
-    std::istringstream words(line.substr(0, line.find('#')));
-    std::string name;
-    if (!(words >> name)) return true;
-    for (const auto& row : kLines)
-        if (row.name == name) return row.load(words, wiring);
-    return false;
-}
-
-// "0" or "0,2" as a map of ports.
-bool parse_ports(const std::string& text, uint8_t& map) {
-    std::istringstream ports(text);
-    for (std::string word; std::getline(ports, word, ',');) {
-        if (word.size() != 1 || word[0] < '0' || word[0] >= '0' + kSwitchPorts) return false;
-        map = static_cast<uint8_t>(map | 1 << (word[0] - '0'));
+// "0" or "0,2" as a map of ports; nothing for a text that is none.
+uint8_t parse_ports(std::string_view text) {
+    int map = 0;
+    for (bool ended = false; !ended;) {
+        const size_t comma = text.find(',');
+        const auto port = port_number(text.substr(0, comma), kSwitchPorts);
+        if (!port) return 0;
+        map |= 1 << *port;
+        ended = comma == std::string_view::npos;
+        if (!ended) text.remove_prefix(comma + 1);
     }
-    return true;
+    return static_cast<uint8_t>(map);
 }
 
 }  // namespace
 
-Wiring Wiring::load() {
-    Wiring wiring;
-    for (const std::string& line : read_lines(kPath))
-        if (!line.starts_with(kStation) && !load_line(line, wiring)) complain(line);
-    return wiring;
+Complaints load_wiring(Wiring& wiring) {
+    const auto take = [&wiring](Words words) {
+        for (const auto& [name, load] : kLines)
+            if (name == words[0]) return load(words.subspan(1), wiring);
+        return false;
+    };
+    return read_configuration(in_tree("/etc/switch.conf"), take);
 }
 
-std::vector<LearntAddress> load_stations() {
-    std::vector<LearntAddress> stations;
-    for (const std::string& line : read_lines(kPath)) {
-        if (!line.starts_with(kStation)) continue;
-        LearntAddress address;
-        if (stations.size() < kAddressTable && parse_address(line.substr(kStation.size()), address))
-            stations.push_back(address);
-        else
-            complain(line);
-    }
-    return stations;
+Wiring Wiring::load() {
+    Wiring wiring;
+    load_wiring(wiring);
+    return wiring;
 }
 
 std::string address_line(const LearntAddress& address) {
@@ -130,19 +133,13 @@ std::string address_line(const LearntAddress& address) {
     return line + std::to_string(address.age);
 }
 
-bool parse_address(const std::string& line, LearntAddress& address) {
-    unsigned mac[6];
-    char ports[16];
-    unsigned age = 0;
-    if (std::sscanf(line.c_str(), "%2x:%2x:%2x:%2x:%2x:%2x %15s %u", &mac[0], &mac[1], &mac[2],
-                    &mac[3], &mac[4], &mac[5], ports, &age) != 8)
-        return false;
-    LearntAddress parsed;
-    std::transform(std::begin(mac), std::end(mac), parsed.mac.begin(),
-                   [](unsigned byte) { return static_cast<uint8_t>(byte); });
-    parsed.age = static_cast<uint8_t>(age);
-    if (age > 0xFF || !parse_ports(ports, parsed.port_map) || parsed.port_map == 0) return false;
-    address = parsed;
+bool parse_address(Words words, LearntAddress& address) {
+    if (words.size() != 3) return false;
+    const auto mac = to_mac(words[0]);
+    const uint8_t port_map = parse_ports(words[1]);
+    const auto age = to_number<uint8_t>(words[2]);
+    if (!mac || port_map == 0 || !age) return false;
+    address = {*mac, port_map, *age};
     return true;
 }
 

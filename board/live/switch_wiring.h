@@ -13,6 +13,8 @@
 #include <string>
 #include <vector>
 
+#include "live/configuration.h"
+
 namespace board {
 
 inline constexpr int kSwitchPorts = 7;  // 5 and 6 lead to the processor and have no PHY
@@ -43,15 +45,14 @@ struct Wiring {
     uint32_t negotiation_polls = 0;
     uint32_t busy_polls = 0;
     uint32_t busy_every = kAddressTable;
+    std::vector<LearntAddress> stations;  // that a switch knows when it starts
 
-    static Wiring load();  // lines that it does not understand are named on standard error
+    static Wiring load();
 };
-
-// The stations of the same file, which only a switch that starts needs to know.
-std::vector<LearntAddress> load_stations();
+Complaints load_wiring(Wiring& wiring);
 
 // An address as the words of a "station" line, and back; false for words that are none.
 std::string address_line(const LearntAddress& address);
-bool parse_address(const std::string& line, LearntAddress& address);
+bool parse_address(std::span<const std::string> words, LearntAddress& address);
 
 }  // namespace board

@@ -71,4 +71,20 @@ std::optional<std::vector<std::string>> split_words(std::string_view line) {
     return Splitter(line).split();
 }
 
+bool is_one_of(std::string_view word, std::initializer_list<std::string_view> words) {
+    return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+std::optional<std::array<uint8_t, 6>> to_mac(std::string_view word) {
+    constexpr size_t kStep = 3;
+    std::array<uint8_t, 6> mac;
+    if (word.size() != kStep * mac.size() - 1) return std::nullopt;
+    for (size_t i = 0; i < mac.size(); ++i) {
+        const auto byte = to_number<uint8_t>(word.substr(kStep * i, 2), 16);
+        if (!byte || (i > 0 && word[kStep * i - 1] != ':')) return std::nullopt;
+        mac[i] = *byte;
+    }
+    return mac;
+}
+
 }  // namespace board

@@ -85,6 +85,31 @@ bool has_wps_peer(std::string_view ifname) {
     return to_number<size_t>(value_of(ifname, "step")).value_or(0) > 0;
 }
 
+Complaints load_wps_peer(std::vector<WpsPeerText>& texts) {
+    texts = {
+        {"device_name",   32, ""},
+        {"manufacturer",  64, ""},
+        {"model_name",    32, ""},
+        {"model_number",  32, ""},
+        {"serial_number", 32, ""},
+    };
+    const auto take = [&texts](std::span<const std::string> words) {
+        for (WpsPeerText& row : texts) {
+            if (row.key != words[0] || words[1].size() > row.width) continue;
+            row.text = words[1];
+            return true;
+        }
+        return false;
+    };
+    return read_configuration(in_tree("/etc/wps_peer.conf"), take, LineForm::key_value);
+}
+
+std::vector<WpsPeerText> wps_peer() {
+    std::vector<WpsPeerText> texts;
+    load_wps_peer(texts);
+    return texts;
+}
+
 uint32_t wps_pin(std::string_view ifname) {
     return to_number<uint32_t>(value_of(ifname, "pin")).value_or(kFirstPin);
 }

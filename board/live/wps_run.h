@@ -5,6 +5,9 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "live/configuration.h"
 
 namespace board {
 
@@ -20,6 +23,16 @@ enum WpsStatus : uint32_t {
 };
 uint32_t poll_wps(std::string_view ifname);
 bool has_wps_peer(std::string_view ifname);  // a run has met one
+
+// The texts of the device at the other end, from /etc/wps_peer.conf, in the order of the driver's
+// record, each with the width of its field there.
+struct WpsPeerText {
+    std::string_view key;
+    size_t width;
+    std::string text;
+};
+std::vector<WpsPeerText> wps_peer();
+Complaints load_wps_peer(std::vector<WpsPeerText>& texts);
 
 uint32_t wps_pin(std::string_view ifname);
 

@@ -4,20 +4,16 @@
 #include <string>
 
 #include "live/key_file.h"
+#include "live/modules.h"
 #include "live/tree.h"
 #include "tools/tools.h"
 
 namespace board::tools {
 namespace {
 
-// What /etc/modules.conf says of a module's file: "missing", "broken", or nothing of a good one.
-// Files of modules have no other place in the tree.
+// Nothing of a good module.
 std::string fault_of(const std::string& module) {
-    return KeyFile::load_or_empty("/etc/modules.conf").get(module).value_or("");
-}
-
-bool is_module(const std::string& name) {
-    return name.ends_with(".ko") && name.find('/') == std::string::npos;
+    return module_faults()[module];
 }
 
 }  // namespace

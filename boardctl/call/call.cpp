@@ -9,6 +9,7 @@
 
 #include "boardctl/call/frame.h"
 #include "boardctl/errors.h"
+#include "boardctl/nearest.h"
 #include "boardctl/text.h"
 
 namespace boardctl {
@@ -26,7 +27,10 @@ const Function& find_function(std::string_view name) {
     for (const auto functions : {system_functions(), network_functions()})
         for (const Function& function : functions)
             if (name == function.name) return function;
-    throw UsageError("no exported function is called \"" + shown(name) + '"');
+    std::vector<std::string> names;
+    for (const ExportedFunction& function : exported_functions()) names.push_back(function.name);
+    throw UsageError("no exported function is called \"" + shown(name) + '"' +
+                     suggestion(name, names));
 }
 
 const char* running = nullptr;

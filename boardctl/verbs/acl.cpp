@@ -22,15 +22,7 @@ std::string policy_word(int policy) {
 
 int policy_of(const std::string& word) {
     const auto* const place = std::find(std::begin(kPolicies), std::end(kPolicies), word);
-    if (place == std::end(kPolicies)) throw UsageError("--policy is off, deny or allow");
     return static_cast<int>(place - std::begin(kPolicies));
-}
-
-std::string normal(const Session& session, const std::string& mac) {
-    uint8_t bytes[6];
-    if (HOST_CALL(session.library, strtomac)(mac.c_str(), bytes) != 0)
-        throw UsageError("no address of a station: " + mac);
-    return address_text(session, bytes);
 }
 
 Json row_of(const Session& session, const Network& network) {
@@ -58,11 +50,15 @@ void change_list(const Session& session, const Network& network, const Arguments
     Addresses list = access_filter_of(session, network.wl_index()).addresses;
     if (arguments.has("--clear")) list.clear();
     for (const std::string& mac : arguments.texts("--remove"))
-        std::erase(list, normal(session, mac));
+        std::erase(list, station_address(session, "--remove", mac));
     for (const std::string& mac : arguments.texts("--add")) {
-        std::erase(list, normal(session, mac));
-        list.push_back(normal(session, mac));
+        std::erase(list, station_address(session, "--add", mac));
+        list.push_back(station_address(session, "--add", mac));
     }
+    const int limit = HOST_CALL(session.library, hwinfo_get_max_macauth)();
+    if (std::ssize(list) > limit)
+        throw UsageError("a list holds " + std::to_string(limit) + " addresses, not " +
+                         std::to_string(list.size()));
     store(session, network.wl_index(), policy, list);
 }
 
@@ -103,7 +99,11 @@ Outcome acl(Session& session, const Arguments& arguments) {
 
 constexpr Option kAclOptions[] = {
     {"NETWORK", Kind::positional, "such as ra0 or rai1; all when not given"},
-    {"--policy", Kind::text, "off, deny (the listed) or allow (only the listed)"},
+    {"--policy",
+     Kind::text,
+     "off, deny (the listed) or allow (only the listed)",
+     {},
+     "off|deny|allow"},
     {"--add", Kind::text, "address of a station; lasts on the virtual board"},
     {"--remove", Kind::text, "address of a station"},
     {"--clear", Kind::flag, "empty the list first"},

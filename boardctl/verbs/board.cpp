@@ -1,6 +1,7 @@
 // What only the virtual board has: its journal, its configuration, its checks.
 #include <algorithm>
 
+#include "boardctl/nearest.h"
 #include "boardctl/verb.h"
 #include "boardctl/verbs/checks.h"
 #include "boardctl/virtual_board.h"
@@ -16,7 +17,7 @@ Outcome journal(Session& session, const Arguments& arguments) {
     auto lines = board::journal_lines();
     if (arguments.has("--clear")) board::clear_journal();
     if (arguments.has("--last")) {
-        const auto last = static_cast<size_t>(std::max(arguments.number("--last", 0), 0));
+        const auto last = static_cast<size_t>(arguments.number("--last", 0));
         if (last < lines.size())
             lines.erase(lines.begin(), lines.end() - static_cast<std::ptrdiff_t>(last));
     }
@@ -37,7 +38,8 @@ Outcome set_config(Session& session, const Arguments& arguments) {
     for (size_t i = 0; i < words.size(); ++i)
         line += i + 1 < words.size() ? words[i] + ' ' : board::quote(words[i]);
     if (line.empty() || HOST_CALL(session.library, board_set_state)(line.c_str()) != 0)
-        throw UsageError("no line of a configuration: " + line);
+        throw UsageError("not understood: " + line + "; FIELD ... VALUE as in " +
+                         kBoardConfiguration + ", with a value in its range");
     return {{{"set", line}}};
 }
 
@@ -70,6 +72,13 @@ constexpr Area kAreas[] = {
     {"wps", check_wps, false},
 };
 
+std::string no_area(const std::string& name) {
+    std::vector<std::string> names;
+    for (const Area& area : kAreas) names.emplace_back(area.name);
+    return "unknown area '" + name + '\'' + suggestion(name, names) + "; AREA is " +
+           alternatives(names);
+}
+
 std::vector<Area> named_areas(const Arguments& arguments) {
     const auto names = arguments.texts("AREA");
     std::vector<Area> areas;
@@ -78,10 +87,19 @@ std::vector<Area> named_areas(const Arguments& arguments) {
     for (const std::string& name : names) {
         const auto* const area = std::find_if(std::begin(kAreas), std::end(kAreas),
                                               [&](const Area& each) { return name == each.name; });
-        if (area == std::end(kAreas)) throw UsageError("no area " + name);
+        if (area == std::end(kAreas)) throw UsageError(no_area(name));
         areas.push_back(*area);
     }
     return areas;
+}
+
+// An answer that the board fails to give is a fault, too, and the other areas are still checked.
+Faults faults_of(const Area& area, Session& session) {
+    try {
+        return area.check(session);
+    } catch (const Failed& failure) {
+        return {failure.what()};
+    }
 }
 
 Outcome check(Session& session, const Arguments& arguments) {
@@ -91,7 +109,7 @@ Outcome check(Session& session, const Arguments& arguments) {
     Json faults = Json::array();
     for (const Area& area : named_areas(arguments)) {
         session.progress(std::string("checking ") + area.name);
-        const Faults found = area.check(session);
+        const Faults found = faults_of(area, session);
         rows.push_back({{"area", area.name}, {"state", found.empty() ? "good" : "wrong"}});
         for (const std::string& fault : found) faults.push_back(fault);
     }
@@ -101,7 +119,7 @@ Outcome check(Session& session, const Arguments& arguments) {
 }
 
 constexpr Option kJournalOptions[] = {
-    {"--last", Kind::number, "only so many"},
+    {"--last", Kind::number, "only so many", {0}},
     {"--clear", Kind::flag, "begin a new one"},
 };
 constexpr Option kSetConfigOptions[] = {

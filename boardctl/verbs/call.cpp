@@ -27,7 +27,7 @@ std::span<const Verb> call_verbs() {
     static const Verb kVerbs[] = {
         {"call", "", "Calls any function of the library by its name.",
          "  boardctl call --list\n  boardctl call --usage get_bootconfig\n"
-         "  boardctl call get_bootconfig ethaddr\n  boardctl call mt_rssi_to_pwr -60",
+         "  boardctl call get_bootconfig ethaddr 64\n  boardctl call mt_rssi_to_pwr -60",
          call, kCallOptions},
     };
     return kVerbs;

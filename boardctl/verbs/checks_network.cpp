@@ -110,14 +110,18 @@ Faults check_helper(Session& session) {
 
 Faults check_profiles(Session& session) {
     Faults faults;
+    const bool is_easymesh = HOST_CALL(session.library, easymesh_enabled)() != 0;
     for (const Radio& radio : radios_of(session)) {
         const auto records = records_of(session, radio);
         const auto file = KeyFile::load_or_empty(radio.profile_path);
-        const auto in_force = board::driver_profile(radio.main_ifname).value_or(KeyFile{});
+        const auto in_force = is_running(session, radio) ? board::driver_profile(radio.main_ifname)
+                                                         : std::optional<KeyFile>();
         for (const Network& network : networks_of(session, radio)) {
-            const wireless_conf& wanted = records[static_cast<size_t>(network.number)];
+            wireless_conf wanted = records[static_cast<size_t>(network.number)];
+            if (is_easymesh) wanted.ssid_broadcast = 0;  // it hides every network
             check_announced(faults, file, network, wanted, radio.profile_path);
-            check_announced(faults, in_force, network, wanted,
+            if (!in_force) continue;
+            check_announced(faults, *in_force, network, wanted,
                             "the driver of " + radio.main_ifname);
         }
     }

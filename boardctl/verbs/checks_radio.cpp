@@ -8,6 +8,7 @@
 #include "boardctl/verbs/radio_names.h"
 #include "boardctl/verbs/radio_rows.h"
 #include "frame/host.h"
+#include "live/interfaces.h"
 #include "live/journal.h"
 #include "live/key_file.h"
 #include "live/neighbours.h"
@@ -100,10 +101,16 @@ Texts networks_there(const Session& session, const std::string& name) {
 }
 
 void check_filter(const Session& session, Faults& faults, const Network& network) {
+    // With EasyMesh, profiles keep the list that they have; the driver is told the host's at run
+    // time.
+    const bool is_easymesh = HOST_CALL(session.library, easymesh_enabled)() != 0;
+    if (is_easymesh && !board::driver_setting(network.ifname, "AccessPolicy")) return;
     const AccessFilter wanted = access_filter_of(session, network.wl_index());
     const auto in_force = board::access_control(network.ifname);
     const int policy = driver_policy(wanted.policy);
-    require(faults, in_force.policy == policy && in_force.addresses == wanted.addresses,
+    require(faults,
+            !is_running(session, network.radio) ||
+                (in_force.policy == policy && in_force.addresses == wanted.addresses),
             "the driver of " + network.ifname + " has another access list than the host");
 
     const auto profile = board::KeyFile::load_or_empty(network.radio.profile_path);
@@ -111,8 +118,8 @@ void check_filter(const Session& session, Faults& faults, const Network& network
     std::string list;
     for (const std::string& mac : wanted.addresses) list += mac + ';';
     require(faults,
-            profile.get("AccessPolicy" + number) == std::to_string(policy) &&
-                profile.get("AccessControlList" + number) == list,
+            is_easymesh || (profile.get("AccessPolicy" + number) == std::to_string(policy) &&
+                            profile.get("AccessControlList" + number) == list),
             network.radio.profile_path + " has another access list for " + network.ifname);
     for (const board::Station& station : board::stations_of(network.radio.main_ifname)) {
         const bool is_listed = std::find(wanted.addresses.begin(), wanted.addresses.end(),
@@ -154,6 +161,7 @@ Faults check_stations(Session& session) {
 Faults check_survey(Session& session) {
     Faults faults;
     for (const Radio& radio : radios_of(session)) {
+        if (!board::interface_is_up(radio.main_ifname)) continue;  // it cannot scan
         const auto list = survey_of(session, radio);
         Texts found;
         for (uint32_t i = 0; i < list->count; ++i) {
@@ -179,21 +187,24 @@ Faults check_access(Session& session) {
 
 Faults check_wps(Session& session) {
     Faults faults;
-    const auto device = board::KeyFile::load_or_empty("/etc/wps_peer.conf");
+    const auto device = board::wps_peer();
     for (const Radio& radio : radios_of(session)) {
         const std::string& name = radio.main_ifname;
         const auto records = records_of(session, radio);
         const auto mode = board::driver_setting(name, "WscConfMode");
-        if (!mode || records.empty()) continue;
+        const std::string key = "wps_status." + name;
+        const bool is_running = HOST_CALL(session.library, istatus_get_intvalue_direct)(
+                                    key.c_str()) == WPS_STATE_RUNNING;
+        if (!mode || records.empty() || is_running) continue;
         require(faults, mode == (records[0].wps_enable != 0 ? "6" : "0"),
                 "WPS on " + name + " was not put back into its normal mode");
         wsc_peer_info peer{};
         PLATFORM_CALL(session.library, apcp_get_wsc_peerinfo_by_ifname)(name.c_str(), &peer);
-        require(faults,
-                !board::has_wps_peer(name) ||
-                    (field_text(peer.device_name) == device.get("device_name").value_or("") &&
-                     field_text(peer.serial_number) == device.get("serial_number").value_or("")),
-                "WPS on " + name + " does not know the other device");
+        require(
+            faults,
+            !board::has_wps_peer(name) || (field_text(peer.device_name) == device.front().text &&
+                                           field_text(peer.serial_number) == device.back().text),
+            "WPS on " + name + " does not know the other device");
     }
     return faults;
 }

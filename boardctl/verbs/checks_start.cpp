@@ -1,18 +1,25 @@
 // Checks of what a start of the platform does before the radios, and of the panel.
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <ctime>
+#include <initializer_list>
+#include <map>
+#include <optional>
 
 #include "boardctl/verbs/checks.h"
 #include "boardctl/verbs/host_records.h"
 #include "boardctl/verbs/radio_names.h"
 #include "frame/host.h"
 #include "live/flash.h"
-#include "live/interfaces.h"
+#include "live/journal.h"
 #include "live/key_file.h"
+#include "live/modules.h"
 #include "live/pins.h"
 #include "live/radio_driver.h"
 #include "live/switch.h"
 #include "live/tree.h"
+#include "live/words.h"
 #include "platform/flash.h"
 #include "platform/gpio.h"
 
@@ -37,19 +44,57 @@ bool is_silent(const led_silent_control& silence) {
     return length == 0 || since < length;
 }
 
-// The LEDs of the panel, once the library has switched all of them.
-void check_lights(const Session& session, Faults& faults, bool on) {
+// What the LEDs were last told to show, by the journal. Silent hours and people switch them alike,
+// so nothing else says how they should be.
+struct LedOrders {
+    std::optional<std::string> run;
+    std::map<uint32_t, uint32_t> registers;  // of the switch
+    std::map<int, int> pins;
+};
+
+LedOrders led_orders(const Session& session) {
+    LedOrders orders;
+    for (const std::string& line : board::journal_lines()) {
+        const auto words = board::split_words(line).value_or(std::vector<std::string>{});
+        const auto begins = [&](std::initializer_list<std::string_view> start, size_t size) {
+            return words.size() == size && std::equal(start.begin(), start.end(), words.begin());
+        };
+        if (begins({"led_ctl", "set", "run"}, 4)) orders.run = words[3];
+        if (begins({"switch", "reg", "w"}, 5) || begins({"register"}, 3)) {
+            const auto number = board::to_number<uint32_t>(words[words.size() - 2], 16);
+            const auto value = board::to_number<uint32_t>(words.back(), 16);
+            if (number && value) orders.registers[*number] = *value;
+        }
+        int pin = -1;
+        int level = 0;
+        if (begins({"write_file", board::kPinFile}, 3) &&
+            std::sscanf(words[2].c_str(), "out %d %d", &pin, &level) == 2)
+            orders.pins[pin] = level;
+        if (!begins({"wireless_set_led"}, 3)) continue;
+        const int wl_mode = HOST_CALL(session.library, get_wl_mode_by_ifname)(words[1].c_str());
+        pin = HOST_CALL(session.library, getsi_wifi_led_gpio)(0, wl_mode);
+        orders.pins.erase(pin);  // what "-1" shows is the host's decision
+        if (words[2] != "-1") orders.pins[pin] = words[2] == "0" ? 1 : 0;
+    }
+    return orders;
+}
+
+void check_lights(const Session& session, Faults& faults) {
+    const LedOrders orders = led_orders(session);
     const auto run = KeyFile::load_or_empty(board::live_path("leds")).get("run");
-    if (!run) return;
-    require(faults, run == (on ? "slow" : "off"), "the run LED is " + *run);
-    const bool is_old_chip = field_text(hardware_of(session).switch_chip) == "mt7530";
-    const std::string lit = is_old_chip ? "77777" : "11111111";
-    const std::string dark = is_old_chip ? "66666" : "11011111";
-    require(faults, port_led_register(session) == (on ? lit : dark), "the port LEDs are wrong");
-    for (const Radio& radio : radios_of(session)) {
-        const int pin = HOST_CALL(session.library, getsi_wifi_led_gpio)(0, radio.wl_mode);
-        require(faults, is_led_lit(pin) == (on && board::interface_is_up(radio.main_ifname)),
-                "the LED of " + radio.main_ifname + " is wrong");
+    require(faults, !orders.run || run == orders.run, "the run LED is not as it was set");
+    for (const auto& [pin, level] : orders.pins) {
+        const int now = board::pin_value(pin, PinColumn::output);
+        require(faults, now == -1 || now == level,
+                "the LED at pin " + std::to_string(pin) + " is not as it was set");
+    }
+    board::Switch board_switch;
+    for (const uint32_t number : {0x7c10U, 0x7c14U, 0x7c18U, 0x7d00U}) {
+        const auto order = orders.registers.find(number);
+        require(
+            faults,
+            order == orders.registers.end() || order->second == board_switch.read_register(number),
+            "the port LEDs are not as they were set");
     }
 }
 
@@ -64,29 +109,40 @@ void check_button(Faults& faults, const char* name, int pin, int told) {
 Faults check_calibration(Session& session) {
     Faults faults;
     const auto partition = board::find_partition("Factory");
-    const std::string factory = partition ? board::read_partition(*partition) : "";
+    std::string factory = partition ? board::read_partition(*partition) : "";
     std::string name;
+    std::vector<std::pair<std::string, size_t>> offsets;
     for (const Radio& radio : radios_of(session)) {
         const auto value = [&](const char* key) {
             return board::radio_index_value(radio.main_ifname, key).value_or("");
         };
-        const auto start = std::stoul('0' + value("EEPROM_offset"), nullptr, 16);
+        const auto start = std::strtoul(value("EEPROM_offset").c_str(), nullptr, 16);
         const std::string head = start < factory.size() ? factory.substr(start, 4) : "";
         require(faults, is_data(head), radio.main_ifname + " has no calibration data");
         if (name.empty()) name = value("EEPROM_name");
+        offsets.emplace_back(radio.main_ifname, start);
     }
-    require(faults,
-            board::read_text("/lib/firmware/" + name) == factory.substr(0, kDriverFileLimit),
+    // What has been written to the calibration data since reaches the driver's file at a start.
+    const std::string extracted = board::read_text("/lib/firmware/" + name).value_or("");
+    for (const auto& [ifname, start] : offsets) {
+        const KeyFile words = board::eeprom_words(ifname);
+        for (const std::string& line : words.lines()) {
+            const size_t place = start + std::strtoul(line.c_str(), nullptr, 16);
+            if (place + 2 <= std::min(factory.size(), extracted.size()))
+                factory.replace(place, 2, extracted, place, 2);
+        }
+    }
+    require(faults, extracted == factory.substr(0, kDriverFileLimit),
             "the driver's calibration file is not the start of the partition");
     return faults;
 }
 
 // All that can be, in their order.
 Faults check_modules(Session& session) {
-    const KeyFile broken = KeyFile::load_or_empty("/etc/modules.conf");
+    const auto broken = board::module_faults();
     std::vector<std::string> wanted;
     for (const char* const name : *PLATFORM_CALL(session.library, module_list))
-        if (!broken.get(name)) wanted.emplace_back(name);
+        if (!broken.contains(name)) wanted.emplace_back(name);
     Faults faults;
     require(faults, board::read_lines(board::live_path("modules")) == wanted,
             "the modules were not loaded, all and in their order");
@@ -96,8 +152,10 @@ Faults check_modules(Session& session) {
 Faults check_pins(Session& session) {
     Faults faults;
     const hw_info hw = hardware_of(session);
-    for (const int pin :
-         {hw.run_led_gpio, hw.wps_button_gpio, hw.wl_led[0].gpio, hw.wl_led[1].gpio})
+    std::vector<int> pins = {hw.run_led_gpio, hw.wps_button_gpio};
+    for (const hw_wl_led& led : hw.wl_led)
+        if (field_text(led.driven) == "gpio") pins.push_back(led.gpio);
+    for (const int pin : pins)
         require(faults, pin == -1 || board::pin_value(pin, PinColumn::function) == 1,
                 "pin " + std::to_string(pin) + " is not in its GPIO function");
     return faults;
@@ -110,10 +168,10 @@ Faults check_leds(Session& session) {
     if (operation == std::string("wps")) return faults;
     led_silent_control silence{};
     HOST_CALL(session.library, get_led_silent_control)(&silence, 0);
-    const bool silent = is_silent(silence);
     const int state = PLATFORM_CALL(session.library, get_run_led_state)();
-    require(faults, state == (silent ? 2 : 0), "the run LED's state is " + std::to_string(state));
-    check_lights(session, faults, !silent);
+    require(faults, state == (is_silent(silence) ? 2 : 0),
+            "the run LED's state is " + std::to_string(state));
+    check_lights(session, faults);
     return faults;
 }
 

@@ -6,9 +6,11 @@
 #include "boardctl/verbs/port_names.h"
 #include "boardctl/verbs/radio_names.h"
 #include "frame/host.h"
+#include "live/key_file.h"
 #include "live/switch.h"
 #include "live/switch_wiring.h"
 #include "live/tree.h"
+#include "live/words.h"
 #include "platform/switch.h"
 
 namespace boardctl {
@@ -23,30 +25,40 @@ int vlan_of(const Session& session, const Port& port) {
     return is_iptv || port.is_wan() ? 2 : 1;
 }
 
-// What the partner offers and the stored setting allows, as the library names it.
-std::string expected_link(const Session& session, const Port& port) {
-    struct Mode {
-        const char* setting;
-        uint16_t abilities, gigabit;
-        const char* link;
-    };
-    constexpr Mode kModes[] = {
-        {"1000 full", 0, 0x0800, "On 1G Full"}, {"1000 half", 0, 0x0400, "On 1G Half"},
-        {"100 full", 0x0100, 0, "On 100 Full"}, {"100 half", 0x0080, 0, "On 100 Half"},
-        {"10 full", 0x0040, 0, "On 10 Full"},   {"10 half", 0x0020, 0, "On 10 Half"},
-    };
+// How registers 4 and 10 show a mode, the best one first.
+struct Mode {
+    const char* setting;
+    uint16_t abilities, gigabit;
+    const char* link;
+};
+constexpr Mode kModes[] = {
+    {"1000 full", 0, 0x0800, "On 1G Full"}, {"1000 half", 0, 0x0400, "On 1G Half"},
+    {"100 full", 0x0100, 0, "On 100 Full"}, {"100 half", 0x0080, 0, "On 100 Half"},
+    {"10 full", 0x0040, 0, "On 10 Full"},   {"10 half", 0x0020, 0, "On 10 Half"},
+};
+constexpr Mode kNoMode = {"", 0, 0, "Off -- --"};
+
+const Mode& best_mode(const board::LinkPartner& offer) {
+    for (const Mode& mode : kModes)
+        if (((mode.abilities & offer.abilities) | (mode.gigabit & offer.gigabit)) != 0) return mode;
+    return kNoMode;
+}
+
+board::LinkPartner advertised(const Port& port) {
+    constexpr int kAdvertisement = 4;
+    constexpr int kGigabitControl = 9;  // its bits are those of register 10, two places lower
+    Switch board_switch;
+    return {board_switch.read_phy(port.switch_port, kAdvertisement),
+            static_cast<uint16_t>(board_switch.read_phy(port.switch_port, kGigabitControl) << 2)};
+}
+
+// What both ends advertise, as the library names it.
+std::string expected_link(const Port& port) {
     const auto partner = board::Wiring::load().partners[static_cast<size_t>(port.switch_port)];
-    const std::string setting = stored_setting(session, port);
-    const bool any = setting.empty() || setting.starts_with("auto") || setting.starts_with("on ") ||
-                     setting.starts_with("off ");
-    bool is_allowed = any;
-    for (const Mode& mode : kModes) {
-        is_allowed |= !any && setting.ends_with(std::string(" ") + mode.setting);
-        const bool is_offered =
-            (partner.abilities & mode.abilities) != 0 || (partner.gigabit & mode.gigabit) != 0;
-        if (is_allowed && is_offered) return mode.link;
-    }
-    return "Off -- --";
+    const auto ours = advertised(port);
+    return best_mode({static_cast<uint16_t>(ours.abilities & partner.abilities),
+                      static_cast<uint16_t>(ours.gigabit & partner.gigabit)})
+        .link;
 }
 
 std::string link_of(const Session& session, const Port& port) {
@@ -68,11 +80,24 @@ bool has_traffic(const Session& session, const Port& port) {
     return link_of(session, port).starts_with("On ") && !is_mac_off(port);
 }
 
+// "on" and "off" leave what is advertised as it was, a fixed speed leaves the MAC.
+void check_setting(Faults& faults, const Port& port, const std::string& stored) {
+    const std::string best = best_mode(advertised(port)).setting;
+    const bool is_auto = stored.starts_with("auto ");
+    const bool is_switched =
+        is_auto ? !is_mac_off(port)
+                : !stored.starts_with("o") || stored.starts_with("off ") == is_mac_off(port);
+    const bool is_advertised =
+        is_auto ? best == "1000 full" : !stored.starts_with("fixed ") || stored == "fixed " + best;
+    require(faults, is_switched && is_advertised, port.name + " is not switched as stored");
+}
+
 std::vector<board::LearntAddress> learnt_addresses() {
-    const auto lines = board::read_lines(board::live_path("switch.addresses"));
-    if (lines.empty()) return board::load_stations();
-    std::vector<board::LearntAddress> addresses(lines.size());
-    for (size_t i = 0; i < lines.size(); ++i) board::parse_address(lines[i], addresses[i]);
+    std::vector<board::LearntAddress> addresses;
+    const std::string file = board::live_path("switch.addresses");
+    if (!board::path_exists(file)) return board::Wiring::load().stations;
+    for (const std::string& line : board::read_lines(file))
+        board::parse_address(*board::split_words(line), addresses.emplace_back());
     return addresses;
 }
 
@@ -110,10 +135,14 @@ Faults check_vlans(Session& session) {
     return faults;
 }
 
-// The other LAN ports are copied to the monitor port both ways.
+// The other LAN ports are copied to the monitor port both ways. The library's own note says which
+// port that is: a start takes LAN 1 whatever is stored. A port that was a source before it became
+// the monitor may stay one, for it is never copied to itself.
 Faults check_mirror(Session& session) {
     const Switch board_switch;
-    const int stored = HOST_CALL(session.library, get_sniff_port)();
+    const auto noted =
+        board::KeyFile::load_or_empty(board::live_path("iconfig")).get("port_mirror");
+    const int stored = board::to_number<int>(noted.value_or("")).value_or(0);
     const std::string monitor = board_switch.setting("mirror.monitor");
     Faults faults;
     for (const Port& port : ports_of(session)) {
@@ -121,9 +150,11 @@ Faults check_mirror(Session& session) {
         const bool is_monitor = stored != 0 && port.user_port == stored;
         require(faults, is_monitor == (monitor == number),
                 port.name + (is_monitor ? " is not the monitor port" : " is the monitor port"));
-        const bool is_copied = stored != 0 && !is_monitor && !port.is_wan();
-        require(faults, board_switch.setting("mirror.target." + number) == (is_copied ? "3" : ""),
-                port.name + " is mirrored wrongly");
+        const bool is_copied = stored != 0 && !port.is_wan();
+        require(
+            faults,
+            is_monitor || board_switch.setting("mirror.target." + number) == (is_copied ? "3" : ""),
+            port.name + " is mirrored wrongly");
     }
     return faults;
 }
@@ -131,11 +162,10 @@ Faults check_mirror(Session& session) {
 Faults check_ports(Session& session) {
     Faults faults;
     for (const Port& port : ports_of(session)) {
-        const std::string expected = expected_link(session, port);
+        const std::string expected = expected_link(port);
         require(faults, link_of(session, port) == expected,
                 port.name + " has not the link " + expected);
-        const bool is_off = stored_setting(session, port).starts_with("off");
-        require(faults, is_off == is_mac_off(port), port.name + " is not switched as stored");
+        check_setting(faults, port, stored_setting(session, port));
         const uint64_t now = received_bytes(session, port);
         const bool counts = received_bytes(session, port) > now;
         require(faults, counts == has_traffic(session, port),
@@ -144,13 +174,14 @@ Faults check_ports(Session& session) {
     return faults;
 }
 
-// Beginning with what was received before the switch came up: more than 32 bits of it.
+// Also what was received before the switch came up, which is more than 32 bits.
 Faults check_counters(Session& session) {
     Faults faults;
     for (const board::CounterStart& start : board::Wiring::load().counters)
         for (const Port& port : ports_of(session)) {
             if (start.port != port.switch_port || start.offset != 0xac) continue;
-            require(faults, received_bytes(session, port) >> 32 == start.value,
+            const auto high = static_cast<uint32_t>(0x4000 + port.switch_port * 0x100 + 0xac);
+            require(faults, received_bytes(session, port) >> 32 == Switch().read_register(high),
                     port.name + " has lost the high half of its bytes");
         }
     std::map<int, uint64_t> before;

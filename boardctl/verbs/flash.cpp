@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "boardctl/call/call.h"
+#include "boardctl/nearest.h"
 #include "boardctl/verbs/radio_names.h"
 #include "live/flash.h"
 #include "live/radio_driver.h"
@@ -29,7 +30,6 @@ Outcome list(Session& session, const Arguments&) {
 
 std::string read_bytes(const Session& session, const std::string& partition, int offset,
                        int length) {
-    if (length < 0) throw UsageError("--length is below 0");
     std::string bytes(static_cast<size_t>(length), '\0');
     const int size = PLATFORM_CALL(session.library, mtd_readbuf)(bytes.data(), offset, length,
                                                                  partition.c_str());
@@ -60,16 +60,39 @@ Json dump(const std::string& bytes, int offset) {
     return rows;
 }
 
+// Its size; throws UsageError.
+int size_of(const Session& session, const std::string& partition) {
+    std::vector<std::string> names;
+    for (const board::Partition& each : board::partitions()) names.push_back(each.name);
+    if (std::find(names.begin(), names.end(), partition) == names.end())
+        throw UsageError("PARTITION is " + alternatives(names) + ", not " + partition);
+    return static_cast<int>(PLATFORM_CALL(session.library, mtd_get_size)(partition.c_str()));
+}
+
 Outcome read(Session& session, const Arguments& arguments) {
     const std::string partition = arguments.text("PARTITION");
-    const int offset = arguments.number("--offset", 0);
+    const int size = size_of(session, partition);
     const bool to_file = arguments.has("--output");
-    const auto size = PLATFORM_CALL(session.library, mtd_get_size)(partition.c_str());
-    const int whole = to_file && static_cast<int>(size) > 0 ? static_cast<int>(size) : 256;
-    const auto bytes = read_bytes(session, partition, offset, arguments.number("--length", whole));
+    const int offset = number_of(arguments.text("--offset", "0"), "--offset", {0, size - 1});
+    const int rest = size - offset;
+    const std::string usual = std::to_string(to_file ? rest : std::min(rest, 256));
+    const int length = number_of(arguments.text("--length", usual), "--length", {1, rest});
+    const auto bytes = read_bytes(session, partition, offset, length);
     if (!to_file) return {{{"content", dump(bytes, offset)}}};
     session.folders().write(arguments.text("--output"), bytes);
     return {{{"written", bytes.size()}, {"file", arguments.text("--output")}}};
+}
+
+// Each stands between blanks in a command of at most 255 bytes.
+void check_variable(const std::string& name, const std::string& value) {
+    constexpr size_t kLongest = 128;
+    const bool has_line = (name + value).find_first_of("&\r\n") != std::string::npos;
+    if (name.starts_with('-') || name.find('=') != std::string::npos || has_line ||
+        name.size() + value.size() > kLongest)
+        throw UsageError(
+            "a boot variable's name begins with no \"-\" and holds no \"=\"; it and its value hold "
+            "no \"&\" and no line end, and are at most " +
+            std::to_string(kLongest) + " bytes together");
 }
 
 Outcome get_variables(Session& session, const Arguments& arguments) {
@@ -77,6 +100,7 @@ Outcome get_variables(Session& session, const Arguments& arguments) {
     if (names.empty()) names = {"ethaddr", "bootdelay", "diag", "ftm"};
     Json answer = Json::object();
     for (const std::string& name : names) {
+        check_variable(name, "");
         char value[1024];
         if (PLATFORM_CALL(session.library, get_bootconfig)(name.c_str(), value, sizeof value) == 0)
             throw Failed("the boot environment cannot be read");
@@ -88,9 +112,7 @@ Outcome get_variables(Session& session, const Arguments& arguments) {
 Outcome set_variable(Session& session, const Arguments& arguments) {
     const std::string name = arguments.text("NAME");
     const std::string value = arguments.text("VALUE");
-    if (name.find_first_of("=&") != std::string::npos || value.find('&') != std::string::npos)
-        throw UsageError(
-            "a boot variable's name holds no \"=\", and neither it nor its value \"&\"");
+    check_variable(name, value);
     PLATFORM_CALL(session.library, set_bootconfig)("set", (name + '=' + value).c_str());
     char stored[1024];
     PLATFORM_CALL(session.library, get_bootconfig)(name.c_str(), stored, sizeof stored);
@@ -143,7 +165,7 @@ constexpr Option kGetVariablesOptions[] = {
 };
 constexpr Option kSetVariableOptions[] = {
     {"NAME", Kind::required, "variable"},
-    {"VALUE", Kind::required, "its value"},
+    {"VALUE", Kind::required, "its value", {}, nullptr, true},
 };
 constexpr Option kInstallOptions[] = {
     {"FILE", Kind::positional, "an image"},

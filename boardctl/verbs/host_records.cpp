@@ -30,6 +30,15 @@ std::string address_text(const Session& session, const uint8_t* mac) {
     return text;
 }
 
+std::string station_address(const Session& session, const char* argument, const std::string& mac) {
+    uint8_t bytes[6];
+    const bool is_address = HOST_CALL(session.library, strtomac)(mac.c_str(), bytes) == 0;
+    if (!is_address || (bytes[0] & 1) != 0 || std::count(bytes, bytes + 6, 0) == 6)
+        throw UsageError(std::string(argument) +
+                         " is the address of a station, such as 3C:5A:B4:01:02:03, not " + mac);
+    return address_text(session, bytes);
+}
+
 AccessFilter access_filter_of(const Session& session, uint32_t wl_index) {
     const Library& library = session.library;
     AccessFilter filter{HOST_CALL(library, macauth_get_policy)(wl_index), {}};

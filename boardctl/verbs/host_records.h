@@ -14,6 +14,9 @@ hw_info hardware_of(const Session& session);  // throws Failed
 
 std::string address_text(const Session& session, const uint8_t* mac);
 
+// An argument that is the address of one station, as address_text() writes it; throws UsageError.
+std::string station_address(const Session& session, const char* argument, const std::string& mac);
+
 // Who may join a network: 0 all, 1 not the listed, 2 only the listed.
 struct AccessFilter {
     int policy = 0;

@@ -24,9 +24,7 @@ Outcome buttons(Session& session, const Arguments&) {
 }
 
 bool is_reset(const Arguments& arguments) {
-    const std::string button = arguments.text("BUTTON");
-    if (button != "reset" && button != "wps") throw UsageError("no button " + button);
-    return button == "reset";
+    return arguments.text("BUTTON") == "reset";
 }
 
 Outcome move(Session& session, const Arguments& arguments, int level) {
@@ -100,21 +98,18 @@ constexpr Group kGroups[] = {
 };
 
 Outcome set_leds(Session& session, const Arguments& arguments) {
-    const int on = is_on(arguments.text("STATE"), "STATE") ? 1 : 0;
+    const int on = is_on(arguments.text("STATE")) ? 1 : 0;
     const std::string group = arguments.text("GROUP");
-    bool is_known = group == "all";
-    if (is_known)
+    if (group == "all")
         session.perform("update_led_silent_control", [&] {
             return PLATFORM_CALL(session.library, update_led_silent_control)(1, on);
         });
     for (const Group& each : kGroups) {
         if (group != each.name) continue;
-        is_known = true;
         auto* const control = session.library.get<int(int)>(each.function);
         const Step step = session.perform(each.function, [&] { return control(on); });
         if (step.result == -1) throw Failed("the board has no such LED");
     }
-    if (!is_known) throw UsageError("no LEDs " + group);
     return leds(session, arguments);
 }
 
@@ -124,15 +119,14 @@ Outcome silence(Session& session, const Arguments& arguments) {
     if (mode != "update") {
         session.require_virtual("its host's silent hours for change");
         const bool is_hours = mode == "hours";
-        if (!is_hours && mode != "never" && mode != "always")
-            throw UsageError("MODE is never, always, hours or update");
+        if (is_hours != arguments.has("END") || is_hours != arguments.has("START"))
+            throw UsageError("START and END go with hours, and with nothing else");
         const std::string number = is_hours ? "2" : mode == "always" ? "1" : "0";
         const auto set = HOST_CALL(session.library, board_set_state);
         set(("set led_silence " + number).c_str());
         for (const char* const name : {"START", "END"}) {
             if (!is_hours) break;
-            const int hour = arguments.number(name, -1);
-            if (hour < 0 || hour > 23) throw UsageError("hours are 0 to 23");
+            const int hour = arguments.number(name, 0);
             const std::string field = name == std::string("START") ? "start" : "end";
             set(("set led_silence_" + field + "_hour " + std::to_string(hour)).c_str());
         }
@@ -144,7 +138,7 @@ Outcome silence(Session& session, const Arguments& arguments) {
     return leds(session, arguments);
 }
 
-constexpr Option kButton = {"BUTTON", Kind::required, "reset or wps"};
+constexpr Option kButton = {"BUTTON", Kind::required, "reset or wps", {}, "reset|wps"};
 
 constexpr Option kPressOptions[] = {
     kButton,
@@ -154,17 +148,21 @@ constexpr Option kReleaseOptions[] = {
 };
 constexpr Option kHeldOptions[] = {
     kButton,
-    {"--samples", Kind::number, "5 when not given"},
-    {"--interval", Kind::number, "milliseconds between them, 100 when not given"},
+    {"--samples", Kind::number, "5 when not given", {1, 10000}},
+    {"--interval", Kind::number, "milliseconds between them, 100 when not given", {0, 60000}},
 };
 constexpr Option kSetLedsOptions[] = {
-    {"GROUP", Kind::required, "run, wl, lan, wan, usb or all"},
-    {"STATE", Kind::required, "on or off"},
+    {"GROUP", Kind::required, "run, wl, lan, wan, usb or all", {}, "run|wl|lan|wan|usb|all"},
+    {"STATE", Kind::required, "on or off", {}, kOnOff},
 };
 constexpr Option kSilenceOptions[] = {
-    {"MODE", Kind::required, "never, always, hours, or update: as they are stored"},
-    {"START", Kind::positional, "first silent hour in UTC, with hours"},
-    {"END", Kind::positional, "first hour that is not"},
+    {"MODE",
+     Kind::required,
+     "never, always, hours, or update: as they are stored",
+     {},
+     "never|always|hours|update"},
+    {"START", Kind::positional, "first silent hour in UTC, with hours", {0, 23}},
+    {"END", Kind::positional, "first hour that is not", {0, 23}},
 };
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <vector>
 
+#include "boardctl/nearest.h"
 #include "boardctl/verbs/host_records.h"
 #include "boardctl/verbs/port_names.h"
 #include "boardctl/verbs/radio_names.h"
@@ -55,7 +56,6 @@ Outcome counters(Session& session, const Arguments& arguments) {
 }
 
 void put(char (&field)[10], const std::string& text) {
-    if (text.size() >= sizeof field) throw UsageError("no setting of a port: " + text);
     std::snprintf(field, sizeof field, "%s", text.c_str());
 }
 
@@ -64,6 +64,8 @@ void set(Session& session, const Port& port, const Arguments& arguments) {
     const std::string mode = arguments.text("MODE");
     const std::string speed = arguments.text("SPEED", "-");
     const std::string duplex = arguments.text("DUPLEX", "-");
+    if (mode == "fixed" && (speed == "-" || duplex == "-"))
+        throw UsageError("fixed goes with a speed (1000, 100 or 10) and a duplex (full or half)");
     put(setting.mode, mode);
     put(setting.speed, speed);
     put(setting.duplex, duplex);
@@ -75,7 +77,7 @@ void set(Session& session, const Port& port, const Arguments& arguments) {
     const std::string line =
         "port " + std::to_string(port.user_port) + ' ' + mode + ' ' + speed + ' ' + duplex;
     if (HOST_CALL(session.library, board_set_state)(line.c_str()) != 0)
-        throw UsageError("no setting of a port: " + mode);
+        throw Failed("the host does not store the setting");
 }
 
 Outcome config(Session& session, const Arguments& arguments) {
@@ -104,7 +106,7 @@ Outcome mirror(Session& session, const Arguments& arguments) {
     for (const Port& port : ports_of(session)) {
         const std::string number = std::to_string(port.switch_port);
         if (monitor == number) answer["monitor"] = port.name;
-        if (!board_switch.setting("mirror.target." + number).empty())
+        if (monitor != number && !board_switch.setting("mirror.target." + number).empty())
             answer["copied"].push_back(port.name);
     }
     return {answer};
@@ -121,12 +123,12 @@ constexpr Option kCountersOptions[] = {
 };
 constexpr Option kConfigOptions[] = {
     kPort,
-    {"MODE", Kind::positional, "on, off, auto or fixed"},
-    {"SPEED", Kind::positional, "1000, 100 or 10"},
-    {"DUPLEX", Kind::positional, "full or half"},
+    {"MODE", Kind::positional, "on, off, auto or fixed", {}, "on|off|auto|fixed"},
+    {"SPEED", Kind::positional, "1000, 100 or 10", {}, "1000|100|10|-"},
+    {"DUPLEX", Kind::positional, "full or half", {}, "full|half|-"},
 };
 constexpr Option kMirrorOptions[] = {
-    {"MONITOR", Kind::positional, "a LAN port, or off"},
+    {"MONITOR", Kind::positional, "a port, or off"},
 };
 
 }  // namespace
@@ -153,9 +155,12 @@ std::vector<Port> ports_of(const Session& session) {
 }
 
 Port named_port(const Session& session, const std::string& name) {
-    for (const Port& port : ports_of(session))
+    std::vector<std::string> names;
+    for (const Port& port : ports_of(session)) {
         if (name == port.name || name == std::to_string(port.user_port)) return port;
-    throw UsageError("no port " + name);
+        names.push_back(port.name);
+    }
+    throw UsageError("a port is " + alternatives(names) + ", not " + name);
 }
 
 std::string stored_setting(const Session& session, const Port& port) {

@@ -1,6 +1,10 @@
 #include "boardctl/verbs/radio_names.h"
 
+#include <algorithm>
+
+#include "boardctl/nearest.h"
 #include "frame/host.h"
+#include "live/interfaces.h"
 #include "platform/wlmap.h"
 
 namespace boardctl {
@@ -16,14 +20,16 @@ std::vector<Radio> radios_of(const Session& session) {
 }
 
 Radio named_radio(const Session& session, const std::string& ifname) {
+    std::vector<std::string> names;
     for (const Radio& radio : radios_of(session)) {
-        if (ifname == radio.main_ifname || ifname == radio.client_ifname) return radio;
         for (uint32_t number = 0; number < PLATFORM_BSS_MAX; ++number)
-            if (ifname ==
-                network_ifname(session, (static_cast<uint32_t>(radio.wl_mode) << 16) + number))
-                return radio;
+            names.push_back(
+                network_ifname(session, (static_cast<uint32_t>(radio.wl_mode) << 16) + number));
+        names.push_back(radio.client_ifname);
+        if (ifname == radio.main_ifname) return radio;
+        if (std::find(names.begin(), names.end(), ifname) != names.end()) return radio;
     }
-    throw UsageError("no radio has the interface " + ifname);
+    throw UsageError("an interface of a radio is " + alternatives(names) + ", not " + ifname);
 }
 
 std::vector<Radio> named_radios(const Session& session, const Arguments& arguments) {
@@ -35,11 +41,19 @@ std::string network_ifname(const Session& session, uint32_t wl_index) {
     return PLATFORM_CALL(session.library, get_wl_ifname)(wl_index);
 }
 
+bool is_running(const Session& session, const Radio& radio) {
+    const auto first = static_cast<uint32_t>(radio.wl_mode) << 16;
+    bool is_up = board::interface_is_up(radio.client_ifname);
+    for (uint32_t number = 0; number < PLATFORM_BSS_MAX; ++number)
+        is_up = is_up || board::interface_is_up(network_ifname(session, first + number));
+    return is_up;
+}
+
 Network named_network(const Session& session, const std::string& ifname) {
     const Radio radio = named_radio(session, ifname);
     const int32_t wl_index = PLATFORM_CALL(session.library, get_wl_idx_by_ifname)(ifname.c_str());
     if (wl_index == -1 || ifname == radio.client_ifname)
-        throw UsageError("no network has the interface " + ifname);
+        throw UsageError("a network is an interface such as ra0 or rai1, not " + ifname);
     return {radio, wl_index & 0xffff, ifname};
 }
 

@@ -30,6 +30,9 @@ Radio named_radio(const Session& session, const std::string& ifname);
 // The number, in a wl index, of the network that a radio joins as a client.
 inline constexpr uint32_t kClientNetwork = 4096;
 
+// A driver takes its profile when the radio's first interface comes up.
+bool is_running(const Session& session, const Radio& radio);
+
 // A network by its interface, such as ra1.
 struct Network {
     Radio radio;

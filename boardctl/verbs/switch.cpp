@@ -20,7 +20,7 @@ void rebuild(Session& session, const Arguments& arguments) {
         session.perform("reinit_vlan()", PLATFORM_CALL(library, reinit_vlan));
         return;
     }
-    const int iptv = is_on(arguments.text("--iptv"), "--iptv") ? 1 : 0;
+    const int iptv = is_on(arguments.text("--iptv")) ? 1 : 0;
     session.perform("set_iptv_system",
                     [&] { return PLATFORM_CALL(library, set_iptv_system)(iptv); });
     if (!session.is_virtual) return;
@@ -69,10 +69,13 @@ Json ports_in(const Session& session, uint8_t port_map) {
 
 Outcome mac_table(Session& session, const Arguments& arguments) {
     const Library& library = session.library;
+    std::vector<std::string> deleted;
+    for (const std::string& mac : arguments.texts("--delete"))
+        deleted.push_back(station_address(session, "--delete", mac));
     if (arguments.has("--clear"))
         session.perform("clearing the address table",
                         PLATFORM_CALL(library, ethswitch_clear_mactable));
-    for (const std::string& mac : arguments.texts("--delete"))
+    for (const std::string& mac : deleted)
         session.perform("deleting " + mac,
                         [&] { return PLATFORM_CALL(library, ethswitch_del_mac)(mac.c_str()); });
     std::vector<switch_mac_entry> entries(board::kAddressTable);
@@ -96,7 +99,7 @@ Outcome mac_table(Session& session, const Arguments& arguments) {
 
 constexpr Option kVlanOptions[] = {
     {"--rebuild", Kind::flag, "as the host has it stored"},
-    {"--iptv", Kind::text, "on or off: with the IPTV port among the WAN's, or not"},
+    {"--iptv", Kind::text, "on or off: with the IPTV port among the WAN's, or not", {}, kOnOff},
 };
 constexpr Option kMacTableOptions[] = {
     {"--delete", Kind::texts, "forget these addresses first"},

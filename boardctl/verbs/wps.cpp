@@ -71,8 +71,19 @@ Outcome identity(Session& session, const Arguments& arguments) {
     return {{{"identities", rows}}};
 }
 
+// Four digits, or seven and the one that makes their sum, the odd places three times, end in 0.
+bool is_pin(const std::string& text) {
+    int sum = 0;
+    for (size_t i = 0; i < text.size(); ++i) sum += (text[i] - '0') * (i % 2 == 0 ? 3 : 1);
+    const bool has_digits = text.find_first_not_of("0123456789") == std::string::npos;
+    return has_digits && (text.size() == 4 || (text.size() == 8 && sum % 10 == 0));
+}
+
 wps_start_request request_of(const Arguments& arguments) {
-    return {arguments.has("--pin") ? 1 : 0, arguments.number("--pin", 0)};
+    const std::string pin = arguments.text("--pin", "0000");
+    if (!is_pin(pin))
+        throw UsageError("--pin is four digits, or eight with the right check digit, not " + pin);
+    return {arguments.has("--pin") ? 1 : 0, std::stoi(pin)};
 }
 
 void begin(Session& session, const std::string& ifname, const wps_start_request& request) {
@@ -129,8 +140,8 @@ constexpr Option kStatusOptions[] = {
 };
 constexpr Option kRunOptions[] = {
     kRadio,
-    {"--pin", Kind::number, "of the other device; by push button when not given"},
-    {"--seconds", Kind::number, "how long to follow it; 120 when not given"},
+    {"--pin", Kind::text, "of the other device; by push button when not given"},
+    {"--seconds", Kind::number, "how long to follow it; 120 when not given", {1, 3600}},
     {"--no-wait", Kind::flag, "only start it"},
 };
 constexpr Option kStopOptions[] = {

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # boardctl as scripts see it: exit statuses, JSON, text from the air, state that lasts, faults that
 # the checks must find. Status 77 where the virtual board cannot be entered.
-# usage: boardctl_test.sh BOARDCTL HOST_LIBRARY PLATFORM_LIBRARY COMPLETION
+# usage: boardctl_test.sh BOARDCTL HOST_LIBRARY PLATFORM_LIBRARY COMPLETION MANUAL TOUR
 set -uo pipefail
 
-boardctl=$1 host=$2 platform=$3 completion=$4
-scratch=$(mktemp -d)
+boardctl=$1 host=$2 platform=$3 completion=$4 manual=$5 tour=$6
+scratch=$(mktemp -d) || exit 1
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch" || exit 1
 export XDG_STATE_HOME=$scratch/state
@@ -47,31 +47,61 @@ for verb in $verbs; do
     status 0 "$verb" --help
     grep -q '^  boardctl '"$verb" out || fail "no example of $verb"
 done
-while read -r line; do
-    # shellcheck disable=SC2086
-    status 2 $line
+while IFS='|' read -r line message; do
+    eval "status 2 $line"
+    grep -qF -- "boardctl: $message" err && [ "$(wc -l <err)" -eq 1 ] || fail "$line: $(cat err)"
 done <<'EOF'
-
-nonsense
-apply
-apply ra9
-apply ra0 --hidden perhaps
-apply ra0 --ssid 123456789012345678901234567890123
-acl --policy deny
-acl ra0 --add nobody
-wps start
-ports link lan9
-env set alone
-env set a&b c
-leds silence hours 22 24
-buttons press wrong
-config set no such field
-call
-call no_such_function
-call mt_rssi_to_pwr
-check nothing
-stations --host-library x --platform-library y --board z
+|name a verb
+strat|unknown verb 'strat'; did you mean 'start'?
+ports confg|unknown verb 'ports confg'; did you mean 'ports config'?
+start foo|nothing expects 'foo'; see boardctl start --help
+start --frsh|unknown option '--frsh'; did you mean '--fresh'?
+--board|--board: 1 required DIR missing
+--board "" start|--board is empty: folder of the virtual board
+stations --host-library x --platform-library y --board z|--board is for the virtual board
+apply|IFNAME is required; see boardctl apply --help
+apply ra9|an interface of a radio is ra0, ra1, ra2, ra3, apcli0, rai0, rai1, rai2, rai3 or apclii0, not
+apply ra0 --hidden perhaps|--hidden is on, off, yes, no, 1 or 0, not perhaps
+apply ra0 --ssid 123456789012345678901234567890123|--ssid is at most 32 bytes, not 33
+apply ra0 --ssid|--ssid: 1 required TEXT missing
+apply ra0 --key short|--key is 8 to 63 bytes or 64 hexadecimal digits
+apply ra0 --repeat up --repeat-key short|--repeat-key is 8 to 63 bytes
+apply rai1 --channel 7|--channel of rai0 is 0, 36, 40
+apply rai1 --channel 197|--channel is a number from 0 to 196, not 197
+acl --policy deny|name the network to change
+acl ra0 --policy maybe|--policy is off, deny or allow, not maybe
+acl ra0 --add nobody|--add is the address of a station, such as 3C:5A:B4:01:02:03, not nobody
+mac-table --clear --delete 01:00:5e:00:00:fb|--delete is the address of a station
+wps start|IFNAME is required
+wps start ra0 --pin 12345671|--pin is four digits, or eight with the right check digit
+wps start ra0 --seconds 0|--seconds is a number from 1 to 3600, not 0
+ports link lan9|a port is lan1, lan2, lan3, lan4 or wan1, not lan9
+ports config lan1 fast|MODE is on, off, auto or fixed, not fast
+ports config lan1 fixed|fixed goes with a speed
+flash read Nothing|PARTITION is u-boot, Config, Factory or Kernel, not Nothing
+flash read Factory --offset 0x40000|--offset is a number from 0 to 262143, not 0x40000
+flash read Factory --offset 0x3ffff --length 2|--length is a number from 1 to 1, not 2
+env set alone|VALUE is required
+env set 'a&b' c|a boot variable's name
+calibration install ""|FILE is empty: an image
+leds silence hours 22 24|END is a number from 0 to 23, not 24
+leds silence never 1 2|START and END go with hours
+buttons press wrong|BUTTON is reset or wps, not wrong
+journal --last -5|--last is a number from 0 to
+config set no such field|not understood: no such field
+config set radio 0 bss 0 channel 197|not understood: radio 0 bss 0 channel 197
+check leeds|unknown area 'leeds'; did you mean 'leds'?
+call|name a function
+call mt_rssi_to_pw -60|no exported function is called "mt_rssi_to_pw"; did you mean 'mt_rssi_to_pwr'?
+call mt_rssi_to_pwr|mt_rssi_to_pwr takes 1 arguments, not 0
 EOF
+status 0 --version
+grep -qE '^boardctl [0-9]+\.[0-9]+\.[0-9]+$' out || fail "the version is $(cat out)"
+for words in radios '--json radios' 'call --list' --help --version; do
+    # shellcheck disable=SC2086
+    "$boardctl" $words >/dev/full 2>err && fail "$words succeeds on a full device"
+    grep -q 'No space left' err || fail "$words on a full device says $(cat err)"
+done
 
 # Failures of the board, and what is not there.
 status 1 calibration install /dev/null
@@ -144,6 +174,24 @@ grep -q '^# The router' "$board/etc/board.conf" || fail 'comments of the configu
 status 0 flash read Factory --length 4 --output head
 same "$(od -An -tx1 head)" ' 15 76 00 05' 'bytes that went into a file'
 
+# What the checks must not take for a fault, each on a board of its own.
+while IFS='|' read -ra calls; do
+    status 0 start --fresh
+    for call in "${calls[@]}"; do eval "status 0 $call"; done
+    "$boardctl" check >out </dev/null || fail "after ${calls[*]}: $(sed -n '/^faults/,$p' out)"
+done <<'EOF'
+config set set easymesh 1|acl ra0 --policy deny --add 3C:5A:B4:01:02:03|start
+ports mirror lan2|ports mirror lan3
+ports mirror lan2|start
+mac-table --clear
+leds silence always|leds set all on|leds set wl off
+leds set all off
+apply rai0 --enabled off|apply rai1 --enabled off|start
+call set_hwaddr_flash 00:11:22:33:44:55
+ports config lan3 on|ports config lan4 fixed 100 full|ports config lan2 fixed 1000 full
+ports counters --clear|check counters|wps start ra0 --no-wait|check wps
+EOF
+
 # What the checks must find.
 spoiled() { # AREA, then what spoils it
     local area=$1
@@ -152,14 +200,77 @@ spoiled() { # AREA, then what spoils it
     "$@" >/dev/null || fail "cannot spoil $area"
     status 1 check "$area"
 }
+status 0 start --fresh
+status 0 leds set all off
 spoiled profiles "$boardctl" config set radio 0 bss 0 ssid other
 spoiled bridge cp /dev/null "$board/sys/class/net/br0/address"
 spoiled modules sed -i '3d' "$board/var/board/modules"
 spoiled vlan sed -i 's/^pvid.1=1/pvid.1=2/' "$board/var/board/switch"
 spoiled mirror sed -i '/^mirror.target.1=/d' "$board/var/board/switch"
+spoiled ports sed -i 's/^register.3300=.*/register.3300=56330/' "$board/var/board/switch"
+spoiled leds sed -i 's/^run=off/run=slow/' "$board/var/board/leds"
+status 0 acl ra0 --policy deny --add 3C:5A:B4:01:02:03
+spoiled access sed -i 's/^AccessPolicy=2/AccessPolicy=0/' "$board/var/board/driver/ra0.set"
 spoiled calibration truncate -s 100 "$board/lib/firmware/e2p.1"
+
+# Mistakes in the configuration stop every call before it acts.
+status 0 start --fresh
+while IFS='|' read -r file line; do
+    cp "$board/etc/$file" good
+    echo "$line" >>"$board/etc/$file"
+    number=$(wc -l <"$board/etc/$file")
+    cp "$board/var/board/journal" before
+    for verb in start radios; do
+        status 2 $verb
+        same "$(head -n 1 err)" "$board/etc/$file:$number: not understood: $line" "$file"
+    done
+    cmp -s before "$board/var/board/journal" || fail "$file: something was done to the board"
+    cp good "$board/etc/$file"
+done <<'EOF'
+board.conf|set easy_mesh 1
+board.conf|set my_mac 00:11:22:33:44
+board.conf|port 3 fixed 100
+modules.conf|usblp.ko=late
+neighbours.conf|ra0 0 02:11:32:AA:00:01 NONE -43 11b/g/n ABOVE NO name
+pins.conf|18
+stations.conf|station ra0 3C:5A:B4:01:02 1 144 130 5025 1 1 -48
+stations.conf|table ra7 V2
+switch.conf|busy 2 0
+switch.conf|port 5 100/full
+wps_peer.conf|colour=red
+EOF
+
+# Every example of the help and of the manual; "config" last, for it changes what is only stored.
+boardctl() {
+    "$boardctl" "$@" >out 2>err </dev/null || fail "status $? of: boardctl $*: $(cat err)"
+}
+status 0 start --fresh
+examples=0
+while read -r example; do
+    eval "$example"
+    examples=$((examples + 1))
+done < <(
+    for verb in '' ${verbs/config/} config; do
+        # shellcheck disable=SC2086
+        "$boardctl" $verb --help | sed -n 's/^  \(boardctl .*\)/\1/p' | sed 's/   .*//'
+    done
+    grep '^boardctl ' "$manual"
+)
+[ $examples -ge 60 ] || fail "only $examples examples"
+unset -f boardctl
 status 0 start --fresh
 status 0 check
+
+# The tour ends at the first step that fails.
+cat >failing <<EOF
+#!/bin/sh
+case "\$*" in *" mac-table") exit 1 ;; esac
+exec "$boardctl" "\$@"
+EOF
+chmod +x failing
+bash "$tour" ./failing >out 2>err && fail 'the tour goes on after a step that failed'
+grep -q '^FAULT: .*mac-table' err || fail "the tour ends with $(cat err)"
+grep -q '^\$ boardctl leds' out && fail 'the tour goes on after its fault'
 
 # Completion.
 completed() { # WORDS...: the last one is begun

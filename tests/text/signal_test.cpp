@@ -1,6 +1,8 @@
 // A host whose timer interrupts system calls, beside slow tools; texts that cannot be read on.
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/time.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <csignal>
@@ -98,7 +100,9 @@ TEST_F(Signals, AFileIsOpenedAndReadToItsEnd) {
                   .c_str(),
               "w");
     EXPECT_EQ(0x40U, interrupted([] { return mtd_get_size("Config"); }));
+    const int reader = open(path.c_str(), O_RDWR | O_CLOEXEC);  // or the writer might wait for one
     EXPECT_EQ(0, pclose(writer));
+    close(reader);
 }
 
 TEST_F(Signals, APauseLasts) {
