@@ -20,7 +20,7 @@
 #include <utility>
 #include <vector>
 
-#include "address_table.h"
+#include "bench/address_table.h"
 #include "platform/platform.h"
 
 namespace {

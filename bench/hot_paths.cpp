@@ -7,9 +7,9 @@
 #include <cstring>
 #include <memory>
 
-#include "path.h"
-#include "system.h"
-#include "table_report.h"
+#include "bench/path.h"
+#include "bench/system.h"
+#include "bench/table_report.h"
 
 namespace bench {
 

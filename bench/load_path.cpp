@@ -1,8 +1,8 @@
 // Loading the library, beside loading a library of nothing that was built with the same options.
 #include <dlfcn.h>
 
-#include "path.h"
-#include "system.h"
+#include "bench/path.h"
+#include "bench/system.h"
 
 namespace bench {
 namespace {

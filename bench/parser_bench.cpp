@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "plain_parsers.h"
-#include "ratio_report.h"
-#include "sample_tables.h"
-#include "support/stream.h"
-#include "wireless/station_table.h"
-#include "wireless/survey_table.h"
+#include "bench/plain_parsers.h"
+#include "bench/ratio_report.h"
+#include "bench/sample_tables.h"
+#include "src/support/stream.h"
+#include "src/wireless/station_table.h"
+#include "src/wireless/survey_table.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "plain_parsers.h"
+#include "bench/plain_parsers.h"
 
 #include <cctype>
 #include <cinttypes>

@@ -4,11 +4,11 @@
 
 #include <string_view>
 
-#include "frame/host.h"
-#include "host/state.h"
-#include "path.h"
-#include "profile/profile_writer.h"
-#include "system.h"
+#include "bench/path.h"
+#include "bench/system.h"
+#include "board/host/state.h"
+#include "src/host/host.h"
+#include "src/profile/profile_writer.h"
 
 namespace bench {
 namespace {

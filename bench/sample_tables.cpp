@@ -1,4 +1,4 @@
-#include "sample_tables.h"
+#include "bench/sample_tables.h"
 
 #include <cstdio>
 #include <cstdlib>

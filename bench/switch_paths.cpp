@@ -7,12 +7,12 @@
 
 #include <cstring>
 
-#include "address_table.h"
-#include "frame/host.h"
-#include "host/state.h"
-#include "path.h"
+#include "bench/address_table.h"
+#include "bench/path.h"
+#include "bench/system.h"
+#include "board/host/state.h"
 #include "platform/switch.h"
-#include "system.h"
+#include "src/host/host.h"
 
 namespace bench {
 namespace {

@@ -1,4 +1,4 @@
-#include "system.h"
+#include "bench/system.h"
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -12,7 +12,7 @@
 #include <cstring>
 #include <filesystem>
 
-#include "live/tree.h"
+#include "board/live/tree.h"
 
 namespace bench {
 namespace {

@@ -1,4 +1,4 @@
-#include "table_report.h"
+#include "bench/table_report.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "path.h"
+#include "bench/path.h"
 
 namespace bench {
 

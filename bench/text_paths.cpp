@@ -3,12 +3,12 @@
 #include <cstring>
 #include <memory>
 
-#include "frame/host.h"
-#include "host/state.h"
-#include "path.h"
+#include "bench/path.h"
+#include "bench/sample_tables.h"
+#include "bench/system.h"
+#include "board/host/state.h"
 #include "platform/platform.h"
-#include "sample_tables.h"
-#include "system.h"
+#include "src/host/host.h"
 
 namespace bench {
 namespace {

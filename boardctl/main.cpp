@@ -9,15 +9,15 @@
 #include <filesystem>
 #include <optional>
 
+#include "board/live/interfaces.h"
+#include "board/live/tree.h"
+#include "board/tree/held_signals.h"
 #include "boardctl/command_line.h"
 #include "boardctl/output.h"
 #include "boardctl/parts.h"
 #include "boardctl/system.h"
 #include "boardctl/text.h"
 #include "boardctl/virtual_board.h"
-#include "live/interfaces.h"
-#include "live/tree.h"
-#include "tree/held_signals.h"
 
 namespace boardctl {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "tree/make_tree.h"
+#include "board/tree/make_tree.h"
 
 namespace boardctl {
 

@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "live/journal.h"
+#include "board/live/journal.h"
 
 namespace boardctl {
 

@@ -9,9 +9,9 @@
 #include <cstdarg>
 #include <string>
 
-#include "driver/driver.h"
-#include "frame/host.h"
-#include "live/journal.h"
+#include "board/driver/driver.h"
+#include "board/live/journal.h"
+#include "src/host/host.h"
 
 namespace {
 

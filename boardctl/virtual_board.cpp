@@ -10,10 +10,10 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "board/host/entry.h"
+#include "board/tree/enter.h"
 #include "boardctl/errors.h"
 #include "boardctl/text.h"
-#include "host/entry.h"
-#include "tree/enter.h"
 
 namespace boardctl {
 namespace {

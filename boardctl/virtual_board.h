@@ -5,8 +5,8 @@
 #include <functional>
 #include <string>
 
+#include "board/tree/make_tree.h"
 #include "boardctl/library.h"
-#include "tree/make_tree.h"
 
 namespace boardctl {
 

@@ -1,10 +1,10 @@
 // The words of the switch's registers: its address table, its counters.
 #include <net/if.h>
 
-#include "frame/host.h"
+#include "src/host/host.h"
 
+#include "fuzz/target.h"
 #include "platform/switch.h"
-#include "target.h"
 
 using namespace fuzz_target;
 

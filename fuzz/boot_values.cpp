@@ -1,7 +1,7 @@
 // What uboot_env answers, and the settings that a user hands to it.
+#include "fuzz/target.h"
 #include "platform/flash.h"
 #include "platform/wps.h"
-#include "target.h"
 
 using namespace fuzz_target;
 

@@ -1,7 +1,7 @@
 // A calibration image over what the partition holds, with any places of the radios' data. Image and
 // partition are the same bytes here, so only an image of the listed size is one.
+#include "fuzz/target.h"
 #include "platform/flash.h"
-#include "target.h"
 
 using namespace fuzz_target;
 

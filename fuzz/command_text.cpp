@@ -1,9 +1,9 @@
 // Texts in commands: the shell must take each back for exactly its bytes.
-#include "support/command.h"
+#include "src/support/command.h"
 
 #include <vector>
 
-#include "target.h"
+#include "fuzz/target.h"
 
 using namespace fuzz_target;
 using platform::CommandArgument;

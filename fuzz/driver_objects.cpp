@@ -1,9 +1,9 @@
 // The driver's numbered objects: WPS status, PIN, the peer, the frequency.
 #include <linux/wireless.h>
 
+#include "fuzz/target.h"
 #include "platform/wireless.h"
 #include "platform/wps.h"
-#include "target.h"
 
 using namespace fuzz_target;
 

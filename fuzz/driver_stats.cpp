@@ -1,6 +1,6 @@
 // The driver's statistics: radar detection and the repeater client's link.
+#include "fuzz/target.h"
 #include "platform/wireless.h"
-#include "target.h"
 
 using namespace fuzz_target;
 

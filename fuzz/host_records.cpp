@@ -1,10 +1,10 @@
 // The host's records with any bytes: texts may fill their fields, numbers may be anything.
+#include "fuzz/target.h"
 #include "platform/gpio.h"
 #include "platform/profile.h"
 #include "platform/switch.h"
 #include "platform/wireless.h"
 #include "platform/wps.h"
-#include "target.h"
 
 using namespace fuzz_target;
 

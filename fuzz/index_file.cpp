@@ -1,10 +1,10 @@
 // The radio index file and the interface names that are looked up in it.
 #include "platform/wlmap.h"
 
+#include "fuzz/target.h"
 #include "platform/flash.h"
 #include "platform/records.h"
-#include "target.h"
-#include "wlmap/l1profile.h"
+#include "src/wlmap/l1profile.h"
 
 using namespace fuzz_target;
 

@@ -1,9 +1,9 @@
 // MAC addresses as texts or raw bytes.
 #include <algorithm>
 
+#include "fuzz/target.h"
 #include "platform/switch.h"
-#include "switch/mac_edit.h"
-#include "target.h"
+#include "src/switch/mac_edit.h"
 
 using namespace fuzz_target;
 

@@ -1,4 +1,4 @@
-#include "memory_board.h"
+#include "fuzz/memory_board.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,7 +11,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "frame/host.h"
+#include "src/host/host.h"
 
 namespace harness {
 namespace {

@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "support/library_hook.h"
+#include "tests/support/library_hook.h"
 
 namespace harness {
 

@@ -1,6 +1,6 @@
 // /proc/mtd and the partitions that it lists, by a name from outside.
+#include "fuzz/target.h"
 #include "platform/flash.h"
-#include "target.h"
 
 using namespace fuzz_target;
 

@@ -1,7 +1,7 @@
 // What the switch tool answers about a PHY register.
+#include "fuzz/target.h"
 #include "platform/switch.h"
-#include "switch/phy.h"
-#include "target.h"
+#include "src/switch/phy.h"
 
 using namespace fuzz_target;
 

@@ -1,9 +1,9 @@
 // The kernel's pin file.
-#include "gpio/pin_file.h"
+#include "src/gpio/pin_file.h"
 
+#include "fuzz/target.h"
 #include "platform/gpio.h"
-#include "support/stream.h"
-#include "target.h"
+#include "src/support/stream.h"
 
 using namespace fuzz_target;
 

@@ -1,6 +1,6 @@
 // The driver's scan status, polled, for an interface of any name.
+#include "fuzz/target.h"
 #include "platform/wireless.h"
-#include "target.h"
 
 using namespace fuzz_target;
 

@@ -1,8 +1,8 @@
 // The driver's station table.
-#include "wireless/station_table.h"
+#include "src/wireless/station_table.h"
+#include "fuzz/target.h"
 #include "platform/wireless.h"
-#include "support/number.h"
-#include "target.h"
+#include "src/support/number.h"
 
 using namespace fuzz_target;
 

@@ -1,9 +1,9 @@
 // The driver's site survey: what every neighbour sends through the air.
 #include <linux/wireless.h>
 
+#include "fuzz/target.h"
 #include "platform/wireless.h"
-#include "target.h"
-#include "wireless/survey_table.h"
+#include "src/wireless/survey_table.h"
 
 using namespace fuzz_target;
 

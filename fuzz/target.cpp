@@ -1,4 +1,4 @@
-#include "target.h"
+#include "fuzz/target.h"
 
 namespace fuzz_target {
 

@@ -12,8 +12,8 @@
 #include <string>
 #include <string_view>
 
-#include "host/state.h"
-#include "memory_board.h"
+#include "board/host/state.h"
+#include "fuzz/memory_board.h"
 
 #define CLAIM(condition) ((condition) ? void() : fuzz_target::broken(#condition, __LINE__))
 

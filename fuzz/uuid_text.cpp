@@ -1,6 +1,6 @@
 // UUID texts and hexadecimal bytes.
+#include "fuzz/target.h"
 #include "platform/wps.h"
-#include "target.h"
 
 using namespace fuzz_target;
 

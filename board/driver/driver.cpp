@@ -1,7 +1,7 @@
-#include "driver/driver.h"
+#include "board/driver/driver.h"
 
-#include "driver/switch.h"
-#include "driver/wireless.h"
+#include "board/driver/switch.h"
+#include "board/driver/wireless.h"
 
 namespace board {
 namespace {

@@ -1,4 +1,4 @@
-#include "driver/switch.h"
+#include "board/driver/switch.h"
 
 #include <net/if.h>
 
@@ -8,8 +8,8 @@
 #include <cstring>
 #include <string>
 
-#include "live/journal.h"
-#include "live/switch.h"
+#include "board/live/journal.h"
+#include "board/live/switch.h"
 
 namespace board {
 namespace {

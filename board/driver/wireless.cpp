@@ -1,4 +1,4 @@
-#include "driver/wireless.h"
+#include "board/driver/wireless.h"
 
 #include <linux/sockios.h>
 #include <linux/wireless.h>
@@ -8,12 +8,12 @@
 #include <cstring>
 #include <string>
 
-#include "frame/host.h"
-#include "live/interfaces.h"
-#include "live/journal.h"
-#include "live/radio_driver.h"
-#include "live/tree.h"
-#include "live/wps_run.h"
+#include "board/live/interfaces.h"
+#include "board/live/journal.h"
+#include "board/live/radio_driver.h"
+#include "board/live/tree.h"
+#include "board/live/wps_run.h"
+#include "src/host/host.h"
 
 namespace board {
 namespace {

@@ -4,10 +4,10 @@
 #include <cstring>
 #include <span>
 
-#include "frame/host.h"
-#include "host/radio.h"
-#include "live/journal.h"
-#include "live/tree.h"
+#include "board/host/radio.h"
+#include "board/live/journal.h"
+#include "board/live/tree.h"
+#include "src/host/host.h"
 
 using board::state;
 

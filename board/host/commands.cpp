@@ -10,9 +10,9 @@
 #include <memory>
 #include <string>
 
-#include "frame/host.h"
-#include "live/journal.h"
-#include "live/tree.h"
+#include "board/live/journal.h"
+#include "board/live/tree.h"
+#include "src/host/host.h"
 
 namespace {
 

@@ -6,19 +6,19 @@
 #include <iterator>
 #include <sstream>
 
-#include "frame/host.h"
-#include "host/entry.h"
-#include "host/fields.h"
-#include "host/state_file.h"
-#include "live/journal.h"
-#include "live/modules.h"
-#include "live/neighbours.h"
-#include "live/pins.h"
-#include "live/stations.h"
-#include "live/switch_wiring.h"
-#include "live/tree.h"
-#include "live/words.h"
-#include "live/wps_run.h"
+#include "board/host/entry.h"
+#include "board/host/fields.h"
+#include "board/host/state_file.h"
+#include "board/live/journal.h"
+#include "board/live/modules.h"
+#include "board/live/neighbours.h"
+#include "board/live/pins.h"
+#include "board/live/stations.h"
+#include "board/live/switch_wiring.h"
+#include "board/live/tree.h"
+#include "board/live/words.h"
+#include "board/live/wps_run.h"
+#include "src/host/host.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 #include <numeric>
 #include <span>
 
-#include "frame/host.h"
-#include "host/state.h"
-#include "live/interfaces.h"
+#include "board/host/state.h"
+#include "board/live/interfaces.h"
+#include "src/host/host.h"
 
 namespace board {
 namespace {

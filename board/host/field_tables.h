@@ -6,7 +6,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "host/state.h"
+#include "board/host/state.h"
 
 namespace board {
 

@@ -4,8 +4,8 @@
 #include <optional>
 #include <utility>
 
-#include "host/fields.h"
-#include "live/words.h"
+#include "board/host/fields.h"
+#include "board/live/words.h"
 
 namespace board {
 namespace {

@@ -1,6 +1,6 @@
-#include "host/fields.h"
+#include "board/host/fields.h"
 
-#include "host/field_tables.h"
+#include "board/host/field_tables.h"
 
 namespace board {
 namespace {

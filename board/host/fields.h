@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-#include "host/state.h"
+#include "board/host/state.h"
 
 namespace board {
 

@@ -3,12 +3,12 @@
 #include <cstring>
 #include <ctime>
 
-#include "frame/host.h"
-#include "host/state.h"
-#include "live/journal.h"
-#include "live/key_file.h"
-#include "live/pins.h"
-#include "live/tree.h"
+#include "board/host/state.h"
+#include "board/live/journal.h"
+#include "board/live/key_file.h"
+#include "board/live/pins.h"
+#include "board/live/tree.h"
+#include "src/host/host.h"
 
 namespace {
 

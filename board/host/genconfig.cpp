@@ -1,9 +1,9 @@
 // Profile-style files, edited in memory or straight on disk.
 
-#include "frame/host.h"
-#include "host/state.h"
-#include "live/journal.h"
-#include "live/key_file.h"
+#include "board/host/state.h"
+#include "board/live/journal.h"
+#include "board/live/key_file.h"
+#include "src/host/host.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
-#include "host/limits.h"
+#include "board/host/limits.h"
 
 #include <arpa/inet.h>
 
 #include <algorithm>
 
-#include "live/switch_wiring.h"
-#include "live/words.h"
+#include "board/live/switch_wiring.h"
+#include "board/live/words.h"
 #include "platform/records.h"
 
 namespace board {

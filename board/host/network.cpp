@@ -1,11 +1,11 @@
 // Addresses, feature switches, interfaces and services.
 #include <algorithm>
 
-#include "frame/host.h"
-#include "host/radio.h"
-#include "live/interfaces.h"
-#include "live/journal.h"
-#include "live/radio_driver.h"
+#include "board/host/radio.h"
+#include "board/live/interfaces.h"
+#include "board/live/journal.h"
+#include "board/live/radio_driver.h"
+#include "src/host/host.h"
 
 using board::state;
 

@@ -3,8 +3,8 @@
 #include <cstdlib>
 #include <vector>
 
-#include "frame/host.h"
-#include "host/state.h"
+#include "board/host/state.h"
+#include "src/host/host.h"
 
 using board::state;
 

@@ -1,4 +1,4 @@
-#include "host/radio.h"
+#include "board/host/radio.h"
 
 #include <charconv>
 #include <optional>

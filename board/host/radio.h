@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "host/state.h"
+#include "board/host/state.h"
 
 namespace board {
 

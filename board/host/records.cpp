@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <cstring>
 
-#include "frame/host.h"
-#include "host/radio.h"
-#include "live/journal.h"
+#include "board/host/radio.h"
+#include "board/live/journal.h"
+#include "src/host/host.h"
 
 using board::find_radio;
 using board::Radio;

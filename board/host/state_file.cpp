@@ -1,15 +1,15 @@
-#include "host/state_file.h"
+#include "board/host/state_file.h"
 
 #include <algorithm>
 #include <fstream>
 #include <map>
 #include <span>
 
-#include "frame/host.h"
-#include "host/fields.h"
-#include "host/limits.h"
-#include "live/journal.h"
-#include "live/words.h"
+#include "board/host/fields.h"
+#include "board/host/limits.h"
+#include "board/live/journal.h"
+#include "board/live/words.h"
+#include "src/host/host.h"
 
 namespace board {
 namespace {

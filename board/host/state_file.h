@@ -14,8 +14,8 @@
 
 #include <string>
 
-#include "host/state.h"
-#include "live/configuration.h"
+#include "board/host/state.h"
+#include "board/live/configuration.h"
 
 namespace board {
 

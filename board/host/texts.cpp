@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string>
 
-#include "frame/host.h"
+#include "src/host/host.h"
 
 namespace {
 

@@ -2,13 +2,13 @@
 #include <algorithm>
 #include <optional>
 
-#include "frame/host.h"
-#include "host/radio.h"
-#include "live/interfaces.h"
-#include "live/journal.h"
-#include "live/neighbours.h"
-#include "live/pins.h"
-#include "live/radio_driver.h"
+#include "board/host/radio.h"
+#include "board/live/interfaces.h"
+#include "board/live/journal.h"
+#include "board/live/neighbours.h"
+#include "board/live/pins.h"
+#include "board/live/radio_driver.h"
+#include "src/host/host.h"
 
 using board::find_radio;
 using board::Radio;

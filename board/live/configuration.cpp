@@ -1,10 +1,10 @@
-#include "live/configuration.h"
+#include "board/live/configuration.h"
 
 #include <fstream>
 #include <optional>
 
-#include "live/key_file.h"
-#include "live/words.h"
+#include "board/live/key_file.h"
+#include "board/live/words.h"
 
 namespace board {
 namespace {

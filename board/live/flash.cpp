@@ -1,9 +1,9 @@
-#include "live/flash.h"
+#include "board/live/flash.h"
 
 #include <algorithm>
 #include <sstream>
 
-#include "live/tree.h"
+#include "board/live/tree.h"
 
 namespace board {
 namespace {

@@ -1,4 +1,4 @@
-#include "live/interfaces.h"
+#include "board/live/interfaces.h"
 
 #include <net/if.h>
 #include <unistd.h>
@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "live/tree.h"
+#include "board/live/tree.h"
 
 namespace board {
 namespace {

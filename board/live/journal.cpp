@@ -1,4 +1,4 @@
-#include "live/journal.h"
+#include "board/live/journal.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "live/tree.h"
+#include "board/live/tree.h"
 
 namespace board {
 namespace {

@@ -1,8 +1,8 @@
-#include "live/key_file.h"
+#include "board/live/key_file.h"
 
 #include <algorithm>
 
-#include "live/tree.h"
+#include "board/live/tree.h"
 
 namespace board {
 namespace {

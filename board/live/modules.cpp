@@ -1,6 +1,6 @@
-#include "live/modules.h"
+#include "board/live/modules.h"
 
-#include "live/tree.h"
+#include "board/live/tree.h"
 
 namespace board {
 

@@ -4,7 +4,7 @@
 #include <map>
 #include <string>
 
-#include "live/configuration.h"
+#include "board/live/configuration.h"
 
 namespace board {
 

@@ -1,13 +1,13 @@
-#include "live/neighbours.h"
+#include "board/live/neighbours.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
 
-#include "live/interfaces.h"
-#include "live/radio_driver.h"
-#include "live/tree.h"
-#include "live/words.h"
+#include "board/live/interfaces.h"
+#include "board/live/radio_driver.h"
+#include "board/live/tree.h"
+#include "board/live/words.h"
 
 namespace board {
 namespace {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "live/configuration.h"
+#include "board/live/configuration.h"
 
 namespace board {
 

@@ -1,4 +1,4 @@
-#include "live/pins.h"
+#include "board/live/pins.h"
 
 #include <array>
 #include <cstdio>
@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "live/tree.h"
-#include "live/words.h"
+#include "board/live/tree.h"
+#include "board/live/words.h"
 
 namespace board {
 namespace {

@@ -1,11 +1,11 @@
-#include "live/radio_driver.h"
+#include "board/live/radio_driver.h"
 
 #include <algorithm>
 
-#include "live/interfaces.h"
-#include "live/neighbours.h"
-#include "live/tree.h"
-#include "live/words.h"
+#include "board/live/interfaces.h"
+#include "board/live/neighbours.h"
+#include "board/live/tree.h"
+#include "board/live/words.h"
 
 namespace board {
 namespace {

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "live/key_file.h"
+#include "board/live/key_file.h"
 
 namespace board {
 

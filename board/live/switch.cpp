@@ -1,11 +1,11 @@
 // The switch's state, its registers and counters.
-#include "live/switch.h"
+#include "board/live/switch.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
 
-#include "live/tree.h"
+#include "board/live/tree.h"
 
 namespace board {
 namespace {

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "live/key_file.h"
-#include "live/switch_wiring.h"
+#include "board/live/key_file.h"
+#include "board/live/switch_wiring.h"
 
 namespace board {
 

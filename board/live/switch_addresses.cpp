@@ -3,9 +3,9 @@
 #include <cctype>
 #include <string>
 
-#include "live/switch.h"
-#include "live/tree.h"
-#include "live/words.h"
+#include "board/live/switch.h"
+#include "board/live/tree.h"
+#include "board/live/words.h"
 
 namespace board {
 namespace {

@@ -1,10 +1,10 @@
-#include "live/switch_wiring.h"
+#include "board/live/switch_wiring.h"
 
 #include <cstdio>
 #include <optional>
 
-#include "live/tree.h"
-#include "live/words.h"
+#include "board/live/tree.h"
+#include "board/live/words.h"
 
 namespace board {
 namespace {

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "live/configuration.h"
+#include "board/live/configuration.h"
 
 namespace board {
 

@@ -1,4 +1,4 @@
-#include "live/tree.h"
+#include "board/live/tree.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -1,4 +1,4 @@
-#include "live/words.h"
+#include "board/live/words.h"
 
 #include <algorithm>
 

@@ -1,11 +1,11 @@
-#include "live/wps_run.h"
+#include "board/live/wps_run.h"
 
 #include <cstdio>
 
-#include "live/key_file.h"
-#include "live/radio_driver.h"
-#include "live/tree.h"
-#include "live/words.h"
+#include "board/live/key_file.h"
+#include "board/live/radio_driver.h"
+#include "board/live/tree.h"
+#include "board/live/words.h"
 
 namespace board {
 namespace {

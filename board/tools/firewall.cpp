@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
-#include "live/tree.h"
-#include "tools/tools.h"
+#include "board/live/tree.h"
+#include "board/tools/tools.h"
 
 namespace board::tools {
 namespace {

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "live/journal.h"
-#include "tools/tools.h"
+#include "board/live/journal.h"
+#include "board/tools/tools.h"
 
 namespace board::tools {
 namespace {

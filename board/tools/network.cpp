@@ -1,6 +1,6 @@
 // brctl and ifconfig.
-#include "live/interfaces.h"
-#include "tools/tools.h"
+#include "board/live/interfaces.h"
+#include "board/tools/tools.h"
 
 namespace board::tools {
 namespace {

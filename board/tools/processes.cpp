@@ -1,7 +1,7 @@
 // killall and the daemons that it ends: the board knows those that run, one NAME=... a line.
-#include "live/key_file.h"
-#include "live/tree.h"
-#include "tools/tools.h"
+#include "board/live/key_file.h"
+#include "board/live/tree.h"
+#include "board/tools/tools.h"
 
 namespace board::tools {
 

@@ -3,10 +3,10 @@
 #include <filesystem>
 #include <string>
 
-#include "live/key_file.h"
-#include "live/modules.h"
-#include "live/tree.h"
-#include "tools/tools.h"
+#include "board/live/key_file.h"
+#include "board/live/modules.h"
+#include "board/live/tree.h"
+#include "board/tools/tools.h"
 
 namespace board::tools {
 namespace {

@@ -1,10 +1,10 @@
 // uboot_env, mtd and restorebackup.
 #include <cstdio>
 
-#include "live/flash.h"
-#include "live/key_file.h"
-#include "live/tree.h"
-#include "tools/tools.h"
+#include "board/live/flash.h"
+#include "board/live/key_file.h"
+#include "board/live/tree.h"
+#include "board/tools/tools.h"
 
 namespace board::tools {
 namespace {

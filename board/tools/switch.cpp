@@ -1,12 +1,12 @@
 // switch: registers, PHYs, VLANs, mirror and address table of the Ethernet switch.
-#include "live/switch.h"
+#include "board/live/switch.h"
 
 #include <array>
 #include <charconv>
 #include <cstdio>
 #include <optional>
 
-#include "tools/tools.h"
+#include "board/tools/tools.h"
 
 namespace board::tools {
 namespace {

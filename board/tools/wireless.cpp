@@ -4,13 +4,13 @@
 #include <optional>
 #include <string_view>
 
-#include "live/flash.h"
-#include "live/interfaces.h"
-#include "live/key_file.h"
-#include "live/radio_driver.h"
-#include "live/stations.h"
-#include "live/wps_run.h"
-#include "tools/tools.h"
+#include "board/live/flash.h"
+#include "board/live/interfaces.h"
+#include "board/live/key_file.h"
+#include "board/live/radio_driver.h"
+#include "board/live/stations.h"
+#include "board/live/wps_run.h"
+#include "board/tools/tools.h"
 
 namespace board::tools {
 namespace {

@@ -1,4 +1,4 @@
-#include "tree/enter.h"
+#include "board/tree/enter.h"
 
 #include <fcntl.h>
 #include <sched.h>
@@ -17,9 +17,9 @@
 #include <exception>
 #include <fstream>
 
-#include "live/journal.h"
-#include "live/tree.h"
-#include "tree/held_signals.h"
+#include "board/live/journal.h"
+#include "board/live/tree.h"
+#include "board/tree/held_signals.h"
 
 namespace board {
 namespace {

@@ -1,4 +1,4 @@
-#include "tree/held_signals.h"
+#include "board/tree/held_signals.h"
 
 #include <sys/wait.h>
 

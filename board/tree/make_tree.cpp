@@ -1,4 +1,4 @@
-#include "tree/make_tree.h"
+#include "board/tree/make_tree.h"
 
 #include <cstdio>
 #include <fstream>
@@ -9,10 +9,10 @@
 #include <utility>
 #include <vector>
 
-#include "live/flash.h"
-#include "live/interfaces.h"
-#include "live/pins.h"
-#include "live/tree.h"
+#include "board/live/flash.h"
+#include "board/live/interfaces.h"
+#include "board/live/pins.h"
+#include "board/live/tree.h"
 
 namespace board {
 namespace {

@@ -4,8 +4,8 @@
 #include <array>
 #include <type_traits>
 
+#include "board/host/field_tables.h"
 #include "boardctl/call/record.h"
-#include "host/field_tables.h"
 #include "platform/platform.h"
 
 namespace boardctl::calls {

@@ -2,12 +2,12 @@
 #include <algorithm>
 #include <iterator>
 
+#include "board/host/entry.h"
+#include "board/live/radio_driver.h"
 #include "boardctl/verbs/host_records.h"
 #include "boardctl/verbs/radio_names.h"
-#include "frame/host.h"
-#include "host/entry.h"
-#include "live/radio_driver.h"
 #include "platform/wireless.h"
+#include "src/host/host.h"
 
 namespace boardctl {
 namespace {

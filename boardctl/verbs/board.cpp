@@ -1,13 +1,13 @@
 // What only the virtual board has: its journal, its configuration, its checks.
 #include <algorithm>
 
+#include "board/host/entry.h"
+#include "board/live/journal.h"
+#include "board/live/tree.h"
 #include "boardctl/nearest.h"
 #include "boardctl/verb.h"
 #include "boardctl/verbs/checks.h"
 #include "boardctl/virtual_board.h"
-#include "host/entry.h"
-#include "live/journal.h"
-#include "live/tree.h"
 
 namespace boardctl {
 namespace {

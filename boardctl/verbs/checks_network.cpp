@@ -1,11 +1,11 @@
 // Checks of the bridge, the networks' interfaces and their profiles.
+#include "board/live/interfaces.h"
+#include "board/live/key_file.h"
+#include "board/live/radio_driver.h"
+#include "board/live/tree.h"
 #include "boardctl/verbs/checks.h"
 #include "boardctl/verbs/radio_names.h"
-#include "frame/host.h"
-#include "live/interfaces.h"
-#include "live/key_file.h"
-#include "live/radio_driver.h"
-#include "live/tree.h"
+#include "src/host/host.h"
 
 namespace boardctl {
 namespace {

@@ -3,19 +3,19 @@
 #include <cstdio>
 #include <cstring>
 
+#include "board/live/interfaces.h"
+#include "board/live/journal.h"
+#include "board/live/key_file.h"
+#include "board/live/neighbours.h"
+#include "board/live/radio_driver.h"
+#include "board/live/stations.h"
+#include "board/live/wps_run.h"
 #include "boardctl/verbs/checks.h"
 #include "boardctl/verbs/host_records.h"
 #include "boardctl/verbs/radio_names.h"
 #include "boardctl/verbs/radio_rows.h"
-#include "frame/host.h"
-#include "live/interfaces.h"
-#include "live/journal.h"
-#include "live/key_file.h"
-#include "live/neighbours.h"
-#include "live/radio_driver.h"
-#include "live/stations.h"
-#include "live/wps_run.h"
 #include "platform/platform.h"
+#include "src/host/host.h"
 
 namespace boardctl {
 namespace {

@@ -7,21 +7,21 @@
 #include <map>
 #include <optional>
 
+#include "board/live/flash.h"
+#include "board/live/journal.h"
+#include "board/live/key_file.h"
+#include "board/live/modules.h"
+#include "board/live/pins.h"
+#include "board/live/radio_driver.h"
+#include "board/live/switch.h"
+#include "board/live/tree.h"
+#include "board/live/words.h"
 #include "boardctl/verbs/checks.h"
 #include "boardctl/verbs/host_records.h"
 #include "boardctl/verbs/radio_names.h"
-#include "frame/host.h"
-#include "live/flash.h"
-#include "live/journal.h"
-#include "live/key_file.h"
-#include "live/modules.h"
-#include "live/pins.h"
-#include "live/radio_driver.h"
-#include "live/switch.h"
-#include "live/tree.h"
-#include "live/words.h"
 #include "platform/flash.h"
 #include "platform/gpio.h"
+#include "src/host/host.h"
 
 namespace boardctl {
 namespace {

@@ -1,17 +1,17 @@
 // Checks of the Ethernet switch and its ports.
 #include <map>
 
+#include "board/live/key_file.h"
+#include "board/live/switch.h"
+#include "board/live/switch_wiring.h"
+#include "board/live/tree.h"
+#include "board/live/words.h"
 #include "boardctl/verbs/checks.h"
 #include "boardctl/verbs/host_records.h"
 #include "boardctl/verbs/port_names.h"
 #include "boardctl/verbs/radio_names.h"
-#include "frame/host.h"
-#include "live/key_file.h"
-#include "live/switch.h"
-#include "live/switch_wiring.h"
-#include "live/tree.h"
-#include "live/words.h"
 #include "platform/switch.h"
+#include "src/host/host.h"
 
 namespace boardctl {
 namespace {

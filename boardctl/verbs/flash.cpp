@@ -3,12 +3,12 @@
 
 #include <algorithm>
 
+#include "board/live/flash.h"
+#include "board/live/radio_driver.h"
+#include "board/live/tree.h"
 #include "boardctl/call/call.h"
 #include "boardctl/nearest.h"
 #include "boardctl/verbs/radio_names.h"
-#include "live/flash.h"
-#include "live/radio_driver.h"
-#include "live/tree.h"
 #include "platform/flash.h"
 
 namespace boardctl {

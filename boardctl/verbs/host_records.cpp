@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <iterator>
 
+#include "board/live/pins.h"
+#include "board/live/switch.h"
 #include "boardctl/verbs/radio_names.h"
-#include "frame/host.h"
-#include "live/pins.h"
-#include "live/switch.h"
 #include "platform/switch.h"
+#include "src/host/host.h"
 
 namespace boardctl {
 namespace {

@@ -1,13 +1,13 @@
 // Buttons and LEDs.
+#include "board/host/entry.h"
+#include "board/live/key_file.h"
+#include "board/live/pins.h"
+#include "board/live/switch.h"
+#include "board/live/tree.h"
 #include "boardctl/verbs/host_records.h"
 #include "boardctl/verbs/radio_names.h"
-#include "frame/host.h"
-#include "host/entry.h"
-#include "live/key_file.h"
-#include "live/pins.h"
-#include "live/switch.h"
-#include "live/tree.h"
 #include "platform/gpio.h"
+#include "src/host/host.h"
 
 namespace boardctl {
 namespace {

@@ -2,14 +2,14 @@
 #include <cstdio>
 #include <vector>
 
+#include "board/host/entry.h"
+#include "board/live/switch.h"
 #include "boardctl/nearest.h"
 #include "boardctl/verbs/host_records.h"
 #include "boardctl/verbs/port_names.h"
 #include "boardctl/verbs/radio_names.h"
-#include "frame/host.h"
-#include "host/entry.h"
-#include "live/switch.h"
 #include "platform/switch.h"
+#include "src/host/host.h"
 
 namespace boardctl {
 namespace {

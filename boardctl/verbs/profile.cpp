@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <set>
 
+#include "board/live/key_file.h"
+#include "board/live/radio_driver.h"
 #include "boardctl/verbs/profile_changes.h"
 #include "boardctl/verbs/radio_names.h"
-#include "live/key_file.h"
-#include "live/radio_driver.h"
 
 namespace boardctl {
 namespace {

@@ -1,8 +1,8 @@
 // What differs between two forms of a driver's profile.
 #pragma once
 
+#include "board/live/key_file.h"
 #include "boardctl/verb.h"
-#include "live/key_file.h"
 
 namespace boardctl {
 

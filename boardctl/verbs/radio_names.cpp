@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "board/live/interfaces.h"
 #include "boardctl/nearest.h"
-#include "frame/host.h"
-#include "live/interfaces.h"
 #include "platform/wlmap.h"
+#include "src/host/host.h"
 
 namespace boardctl {
 

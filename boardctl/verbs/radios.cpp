@@ -3,11 +3,11 @@
 #include <cstring>
 #include <memory>
 
+#include "board/live/interfaces.h"
 #include "boardctl/verbs/radio_names.h"
 #include "boardctl/verbs/radio_rows.h"
-#include "frame/host.h"
-#include "live/interfaces.h"
 #include "platform/platform.h"
+#include "src/host/host.h"
 
 namespace boardctl {
 namespace {

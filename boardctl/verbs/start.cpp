@@ -1,12 +1,12 @@
 // start and apply: what the host does at power-on and after a change of its configuration.
 #include <algorithm>
 
+#include "board/live/journal.h"
 #include "boardctl/nearest.h"
 #include "boardctl/verbs/profile_changes.h"
 #include "boardctl/verbs/radio_names.h"
-#include "frame/host.h"
-#include "live/journal.h"
 #include "platform/platform.h"
+#include "src/host/host.h"
 
 namespace boardctl {
 namespace {

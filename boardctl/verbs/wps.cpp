@@ -4,8 +4,8 @@
 #include <fmt/format.h>
 
 #include "boardctl/verbs/radio_names.h"
-#include "frame/host.h"
 #include "platform/wps.h"
+#include "src/host/host.h"
 
 namespace boardctl {
 namespace {

@@ -1,12 +1,12 @@
 #include <signal.h>
 #include <string_view>
 
-#include "flash/uboot_env.h"
-#include "frame/host.h"
 #include "platform/flash.h"
-#include "support/command.h"
-#include "support/message.h"
-#include "support/split.h"
+#include "src/flash/uboot_env.h"
+#include "src/host/host.h"
+#include "src/support/command.h"
+#include "src/support/message.h"
+#include "src/support/split.h"
 
 using namespace platform;
 

@@ -7,14 +7,14 @@
 #include <string_view>
 
 #include "platform/flash.h"
-#include "support/descriptor.h"
-#include "support/heap.h"
-#include "support/message.h"
-#include "support/number.h"
-#include "support/stream.h"
-#include "support/text.h"
-#include "support/tokens.h"
-#include "wlmap/l1profile.h"
+#include "src/support/descriptor.h"
+#include "src/support/heap.h"
+#include "src/support/message.h"
+#include "src/support/number.h"
+#include "src/support/stream.h"
+#include "src/support/text.h"
+#include "src/support/tokens.h"
+#include "src/wlmap/l1profile.h"
 
 using namespace platform;
 

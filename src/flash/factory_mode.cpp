@@ -1,9 +1,9 @@
 #include <string_view>
 
-#include "flash/uboot_env.h"
-#include "frame/host.h"
 #include "platform/flash.h"
 #include "platform/gpio.h"
+#include "src/flash/uboot_env.h"
+#include "src/host/host.h"
 
 using namespace platform;
 

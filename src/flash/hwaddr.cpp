@@ -2,13 +2,13 @@
 
 #include <string_view>
 
-#include "flash/uboot_env.h"
-#include "frame/host.h"
-#include "frame/runner.h"
 #include "platform/flash.h"
 #include "platform/wlmap.h"
-#include "support/mac.h"
-#include "support/text.h"
+#include "src/flash/uboot_env.h"
+#include "src/host/host.h"
+#include "src/host/runner.h"
+#include "src/support/mac.h"
+#include "src/support/text.h"
 
 using namespace platform;
 

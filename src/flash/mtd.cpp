@@ -5,13 +5,13 @@
 #include <string_view>
 
 #include "platform/flash.h"
-#include "support/command.h"
-#include "support/descriptor.h"
-#include "support/message.h"
-#include "support/number.h"
-#include "support/stream.h"
-#include "support/text.h"
-#include "support/tokens.h"
+#include "src/support/command.h"
+#include "src/support/descriptor.h"
+#include "src/support/message.h"
+#include "src/support/number.h"
+#include "src/support/stream.h"
+#include "src/support/text.h"
+#include "src/support/tokens.h"
 
 using namespace platform;
 

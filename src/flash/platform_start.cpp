@@ -1,9 +1,9 @@
 #include <sys/stat.h>
 
-#include "frame/runner.h"
 #include "platform/flash.h"
 #include "platform/gpio.h"
-#include "support/message.h"
+#include "src/host/runner.h"
+#include "src/support/message.h"
 
 using namespace platform;
 

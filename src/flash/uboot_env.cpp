@@ -1,10 +1,10 @@
-#include "flash/uboot_env.h"
+#include "src/flash/uboot_env.h"
 
 #include <string.h>
 
-#include "frame/host.h"
-#include "support/command.h"
-#include "support/stream.h"
+#include "src/host/host.h"
+#include "src/support/command.h"
+#include "src/support/stream.h"
 
 namespace platform {
 

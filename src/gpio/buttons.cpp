@@ -1,11 +1,11 @@
 #include <string_view>
 
-#include "frame/hardware.h"
-#include "gpio/pin_file.h"
 #include "platform/gpio.h"
-#include "support/message.h"
-#include "support/pause.h"
-#include "support/text.h"
+#include "src/gpio/pin_file.h"
+#include "src/host/hardware.h"
+#include "src/support/message.h"
+#include "src/support/pause.h"
+#include "src/support/text.h"
 
 using namespace platform;
 

@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <iterator>
 
-#include "frame/hardware.h"
-#include "frame/radios.h"
-#include "gpio/pin_file.h"
 #include "platform/gpio.h"
 #include "platform/switch.h"
+#include "src/gpio/pin_file.h"
+#include "src/host/hardware.h"
+#include "src/host/radios.h"
 
 using namespace platform;
 

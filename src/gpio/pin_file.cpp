@@ -1,13 +1,13 @@
-#include "gpio/pin_file.h"
+#include "src/gpio/pin_file.h"
 
 #include <iterator>
 #include <optional>
 
-#include "frame/host.h"
-#include "support/number.h"
-#include "support/stream.h"
-#include "support/text.h"
-#include "support/tokens.h"
+#include "src/host/host.h"
+#include "src/support/number.h"
+#include "src/support/stream.h"
+#include "src/support/text.h"
+#include "src/support/tokens.h"
 
 namespace platform {
 namespace {

@@ -2,12 +2,12 @@
 
 #include <string_view>
 
-#include "frame/host_buffer.h"
-#include "frame/runner.h"
 #include "platform/flash.h"
 #include "platform/gpio.h"
 #include "platform/switch.h"
-#include "support/text.h"
+#include "src/host/host_buffer.h"
+#include "src/host/runner.h"
+#include "src/support/text.h"
 
 using namespace platform;
 

@@ -1,11 +1,11 @@
-#include "profile/acl.h"
+#include "src/profile/acl.h"
 
 #include <memory>
 
-#include "frame/radios.h"
-#include "profile/list_value.h"
-#include "profile/sections.h"
-#include "support/heap.h"
+#include "src/host/radios.h"
+#include "src/profile/list_value.h"
+#include "src/profile/sections.h"
+#include "src/support/heap.h"
 
 namespace platform {
 namespace {

@@ -6,7 +6,7 @@
 #include <span>
 
 #include "platform/records.h"
-#include "support/text.h"
+#include "src/support/text.h"
 
 namespace platform {
 

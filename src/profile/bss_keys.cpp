@@ -1,7 +1,7 @@
-#include "frame/host_buffer.h"
-#include "profile/list_value.h"
-#include "profile/sections.h"
-#include "profile/security_words.h"
+#include "src/host/host_buffer.h"
+#include "src/profile/list_value.h"
+#include "src/profile/sections.h"
+#include "src/profile/security_words.h"
 
 namespace platform {
 namespace {

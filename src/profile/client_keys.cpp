@@ -1,5 +1,5 @@
-#include "profile/sections.h"
-#include "profile/security_words.h"
+#include "src/profile/sections.h"
+#include "src/profile/security_words.h"
 
 namespace platform {
 namespace {

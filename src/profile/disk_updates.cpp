@@ -1,9 +1,9 @@
-#include "frame/host_buffer.h"
-#include "frame/radios.h"
 #include "platform/profile.h"
 #include "platform/wlmap.h"
-#include "profile/profile_list.h"
-#include "support/text.h"
+#include "src/host/host_buffer.h"
+#include "src/host/radios.h"
+#include "src/profile/profile_list.h"
+#include "src/support/text.h"
 
 using namespace platform;
 

@@ -1,4 +1,4 @@
-#include "profile/list_value.h"
+#include "src/profile/list_value.h"
 
 namespace platform {
 namespace {

@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-#include "support/text.h"
+#include "src/support/text.h"
 
 namespace platform {
 

@@ -1,4 +1,4 @@
-#include "profile/profile_list.h"
+#include "src/profile/profile_list.h"
 
 namespace platform {
 namespace {

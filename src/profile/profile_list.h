@@ -6,9 +6,9 @@
 
 #include <stdint.h>
 
-#include "frame/host.h"
 #include "platform/records.h"
-#include "support/text.h"
+#include "src/host/host.h"
+#include "src/support/text.h"
 
 namespace platform {
 

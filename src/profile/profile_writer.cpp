@@ -1,10 +1,10 @@
-#include "profile/profile_writer.h"
+#include "src/profile/profile_writer.h"
 
 #include "platform/profile.h"
 #include "platform/wlmap.h"
-#include "profile/list_value.h"
-#include "profile/sections.h"
-#include "support/message.h"
+#include "src/profile/list_value.h"
+#include "src/profile/sections.h"
+#include "src/support/message.h"
 
 namespace platform {
 namespace {

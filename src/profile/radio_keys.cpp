@@ -1,7 +1,7 @@
-#include "frame/host_buffer.h"
 #include "platform/flash.h"
-#include "profile/sections.h"
-#include "support/message.h"
+#include "src/host/host_buffer.h"
+#include "src/profile/sections.h"
+#include "src/support/message.h"
 
 namespace platform {
 namespace {

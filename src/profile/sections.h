@@ -6,7 +6,7 @@
 #include <span>
 
 #include "platform/records.h"
-#include "profile/profile_list.h"
+#include "src/profile/profile_list.h"
 
 namespace platform {
 

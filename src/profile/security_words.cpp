@@ -1,4 +1,4 @@
-#include "profile/security_words.h"
+#include "src/profile/security_words.h"
 
 #include <span>
 

@@ -1,4 +1,4 @@
-#include "support/command.h"
+#include "src/support/command.h"
 
 #include <stdlib.h>
 

@@ -15,7 +15,7 @@
 #include <string_view>
 #include <type_traits>
 
-#include "support/text.h"
+#include "src/support/text.h"
 
 namespace platform {
 

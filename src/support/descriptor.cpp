@@ -1,4 +1,4 @@
-#include "support/descriptor.h"
+#include "src/support/descriptor.h"
 
 #include <errno.h>
 #include <fcntl.h>

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "support/text.h"
+#include "src/support/text.h"
 
 namespace platform {
 

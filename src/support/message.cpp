@@ -1,4 +1,4 @@
-#include "support/message.h"
+#include "src/support/message.h"
 
 #include <stdarg.h>
 #include <stdio.h>

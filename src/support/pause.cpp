@@ -1,4 +1,4 @@
-#include "support/pause.h"
+#include "src/support/pause.h"
 
 #include <errno.h>
 #include <stdint.h>

@@ -1,4 +1,4 @@
-#include "support/stream.h"
+#include "src/support/stream.h"
 
 #include <errno.h>
 #include <fcntl.h>

@@ -1,4 +1,4 @@
-#include "support/text.h"
+#include "src/support/text.h"
 
 #include <charconv>
 

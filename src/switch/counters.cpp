@@ -1,9 +1,9 @@
 #include <stddef.h>
 
-#include "frame/host_lock.h"
 #include "platform/switch.h"
-#include "support/command.h"
-#include "switch/ports.h"
+#include "src/host/host_lock.h"
+#include "src/support/command.h"
+#include "src/switch/ports.h"
 
 using namespace platform;
 

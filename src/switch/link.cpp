@@ -1,8 +1,8 @@
-#include "frame/host_lock.h"
 #include "platform/switch.h"
-#include "support/text.h"
-#include "switch/phy.h"
-#include "switch/ports.h"
+#include "src/host/host_lock.h"
+#include "src/support/text.h"
+#include "src/switch/phy.h"
+#include "src/switch/ports.h"
 
 using namespace platform;
 

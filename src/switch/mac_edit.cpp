@@ -1,11 +1,11 @@
-#include "switch/mac_edit.h"
+#include "src/switch/mac_edit.h"
 
 #include <string.h>
 
-#include "frame/host_lock.h"
-#include "frame/runner.h"
 #include "platform/switch.h"
-#include "support/number.h"
+#include "src/host/host_lock.h"
+#include "src/host/runner.h"
+#include "src/support/number.h"
 
 namespace platform {
 namespace {

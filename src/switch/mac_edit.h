@@ -3,7 +3,7 @@
 
 #include <stdint.h>
 
-#include "support/mac.h"
+#include "src/support/mac.h"
 
 namespace platform {
 

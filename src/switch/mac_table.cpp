@@ -1,7 +1,7 @@
-#include "frame/host_lock.h"
 #include "platform/switch.h"
-#include "support/message.h"
-#include "support/pause.h"
+#include "src/host/host_lock.h"
+#include "src/support/message.h"
+#include "src/support/pause.h"
 
 using namespace platform;
 

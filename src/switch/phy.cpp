@@ -1,8 +1,8 @@
-#include "switch/phy.h"
+#include "src/switch/phy.h"
 
-#include "support/command.h"
-#include "support/number.h"
-#include "support/stream.h"
+#include "src/support/command.h"
+#include "src/support/number.h"
+#include "src/support/stream.h"
 
 namespace platform {
 

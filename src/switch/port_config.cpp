@@ -1,11 +1,11 @@
 #include <string_view>
 
-#include "frame/host_lock.h"
-#include "frame/runner.h"
 #include "platform/switch.h"
-#include "support/message.h"
-#include "switch/phy.h"
-#include "switch/ports.h"
+#include "src/host/host_lock.h"
+#include "src/host/runner.h"
+#include "src/support/message.h"
+#include "src/switch/phy.h"
+#include "src/switch/ports.h"
 
 using namespace platform;
 

@@ -1,8 +1,8 @@
 #include <string_view>
 
-#include "frame/runner.h"
 #include "platform/switch.h"
-#include "switch/ports.h"
+#include "src/host/runner.h"
+#include "src/switch/ports.h"
 
 using namespace platform;
 

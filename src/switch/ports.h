@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "frame/hardware.h"
+#include "src/host/hardware.h"
 
 namespace platform {
 

@@ -6,7 +6,7 @@
 #include <unistd.h>
 
 #include "platform/switch.h"
-#include "support/descriptor.h"
+#include "src/support/descriptor.h"
 
 using namespace platform;
 

@@ -1,7 +1,7 @@
-#include "frame/runner.h"
 #include "platform/switch.h"
-#include "support/message.h"
-#include "switch/ports.h"
+#include "src/host/runner.h"
+#include "src/support/message.h"
+#include "src/switch/ports.h"
 
 using namespace platform;
 

@@ -3,10 +3,10 @@
 #include <span>
 
 #include "platform/switch.h"
-#include "support/heap.h"
-#include "support/message.h"
-#include "support/text.h"
-#include "switch/ports.h"
+#include "src/support/heap.h"
+#include "src/support/message.h"
+#include "src/support/text.h"
+#include "src/switch/ports.h"
 
 using namespace platform;
 

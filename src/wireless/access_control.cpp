@@ -1,12 +1,12 @@
-#include "profile/acl.h"
+#include "src/profile/acl.h"
 
-#include "frame/radios.h"
-#include "frame/runner.h"
 #include "platform/wireless.h"
 #include "platform/wlmap.h"
-#include "profile/list_value.h"
-#include "profile/profile_list.h"
-#include "support/heap.h"
+#include "src/host/radios.h"
+#include "src/host/runner.h"
+#include "src/profile/list_value.h"
+#include "src/profile/profile_list.h"
+#include "src/support/heap.h"
 
 using namespace platform;
 

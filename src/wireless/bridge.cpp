@@ -1,11 +1,11 @@
-#include "wireless/bridge.h"
+#include "src/wireless/bridge.h"
 
-#include "frame/host_buffer.h"
-#include "frame/runner.h"
 #include "platform/wlmap.h"
-#include "support/message.h"
-#include "support/pause.h"
-#include "support/text.h"
+#include "src/host/host_buffer.h"
+#include "src/host/runner.h"
+#include "src/support/message.h"
+#include "src/support/pause.h"
+#include "src/support/text.h"
 
 namespace platform {
 namespace {

@@ -1,7 +1,7 @@
 // The radio's interfaces in the LAN bridge br0.
 #pragma once
 
-#include "frame/radios.h"
+#include "src/host/radios.h"
 
 namespace platform {
 

@@ -1,13 +1,13 @@
-#include "frame/radios.h"
-#include "frame/runner.h"
 #include "platform/flash.h"
 #include "platform/wireless.h"
 #include "platform/wlmap.h"
-#include "profile/profile_writer.h"
-#include "support/message.h"
-#include "support/text.h"
-#include "wireless/bridge.h"
-#include "wireless/channel.h"
+#include "src/host/radios.h"
+#include "src/host/runner.h"
+#include "src/profile/profile_writer.h"
+#include "src/support/message.h"
+#include "src/support/text.h"
+#include "src/wireless/bridge.h"
+#include "src/wireless/channel.h"
 
 using namespace platform;
 

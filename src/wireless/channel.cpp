@@ -1,11 +1,11 @@
-#include "wireless/channel.h"
+#include "src/wireless/channel.h"
 
 #include <string_view>
 
-#include "frame/host.h"
-#include "support/pause.h"
-#include "support/text.h"
-#include "wireless/driver_file.h"
+#include "src/host/host.h"
+#include "src/support/pause.h"
+#include "src/support/text.h"
+#include "src/wireless/driver_file.h"
 
 namespace platform {
 namespace {

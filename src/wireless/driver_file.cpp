@@ -1,4 +1,4 @@
-#include "wireless/driver_file.h"
+#include "src/wireless/driver_file.h"
 
 #include <sys/stat.h>
 

@@ -3,8 +3,8 @@
 
 #include <string_view>
 
-#include "support/command.h"
-#include "support/stream.h"
+#include "src/support/command.h"
+#include "src/support/stream.h"
 
 namespace platform {
 

@@ -1,11 +1,11 @@
-#include "wireless/driver_stats.h"
+#include "src/wireless/driver_stats.h"
 
 #include <algorithm>
 
-#include "support/key_line.h"
-#include "support/number.h"
-#include "support/split.h"
-#include "support/text.h"
+#include "src/support/key_line.h"
+#include "src/support/number.h"
+#include "src/support/split.h"
+#include "src/support/text.h"
 
 namespace platform {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "platform/records.h"
-#include "support/stream.h"
+#include "src/support/stream.h"
 
 namespace platform {
 

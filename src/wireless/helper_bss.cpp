@@ -1,9 +1,9 @@
 #include <string.h>
 
-#include "frame/host.h"
-#include "frame/host_buffer.h"
 #include "platform/wireless.h"
-#include "support/text.h"
+#include "src/host/host.h"
+#include "src/host/host_buffer.h"
+#include "src/support/text.h"
 
 using namespace platform;
 

@@ -1,11 +1,11 @@
-#include "frame/radios.h"
-#include "frame/runner.h"
 #include "platform/gpio.h"
 #include "platform/wireless.h"
 #include "platform/wlmap.h"
 #include "platform/wps.h"
-#include "support/message.h"
-#include "wps/driver_object.h"
+#include "src/host/radios.h"
+#include "src/host/runner.h"
+#include "src/support/message.h"
+#include "src/wps/driver_object.h"
 
 using namespace platform;
 

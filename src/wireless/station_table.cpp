@@ -1,14 +1,14 @@
-#include "wireless/station_table.h"
+#include "src/wireless/station_table.h"
 
 #include <string.h>
 
 #include <algorithm>
 
-#include "frame/radios.h"
-#include "support/number.h"
-#include "support/split.h"
-#include "support/text.h"
-#include "support/tokens.h"
+#include "src/host/radios.h"
+#include "src/support/number.h"
+#include "src/support/split.h"
+#include "src/support/text.h"
+#include "src/support/tokens.h"
 
 namespace platform {
 namespace {

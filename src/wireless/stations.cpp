@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
-#include "frame/radios.h"
 #include "platform/wireless.h"
 #include "platform/wlmap.h"
-#include "support/command.h"
-#include "support/stream.h"
-#include "wireless/driver_file.h"
-#include "wireless/station_table.h"
+#include "src/host/radios.h"
+#include "src/support/command.h"
+#include "src/support/stream.h"
+#include "src/wireless/driver_file.h"
+#include "src/wireless/station_table.h"
 
 using namespace platform;
 

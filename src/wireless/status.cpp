@@ -2,15 +2,15 @@
 
 #include <algorithm>
 
-#include "frame/host.h"
 #include "platform/wireless.h"
 #include "platform/wps.h"
-#include "support/command.h"
-#include "support/message.h"
-#include "support/number.h"
-#include "wireless/driver_file.h"
-#include "wireless/driver_stats.h"
-#include "wps/driver_object.h"
+#include "src/host/host.h"
+#include "src/support/command.h"
+#include "src/support/message.h"
+#include "src/support/number.h"
+#include "src/wireless/driver_file.h"
+#include "src/wireless/driver_stats.h"
+#include "src/wps/driver_object.h"
 
 using namespace platform;
 

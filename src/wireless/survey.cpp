@@ -1,15 +1,15 @@
 #include <string.h>
 #include <time.h>
 
-#include "frame/host.h"
 #include "platform/wireless.h"
 #include "platform/wlmap.h"
 #include "platform/wps.h"
-#include "support/command.h"
-#include "support/heap.h"
-#include "support/pause.h"
-#include "wireless/channel.h"
-#include "wireless/survey_table.h"
+#include "src/host/host.h"
+#include "src/support/command.h"
+#include "src/support/heap.h"
+#include "src/support/pause.h"
+#include "src/wireless/channel.h"
+#include "src/wireless/survey_table.h"
 
 using namespace platform;
 

@@ -1,11 +1,11 @@
-#include "wireless/survey_table.h"
+#include "src/wireless/survey_table.h"
 
 #include <string.h>
 
 #include <algorithm>
 
-#include "support/number.h"
-#include "support/text.h"
+#include "src/support/number.h"
+#include "src/support/text.h"
 
 namespace platform {
 namespace {

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "platform/records.h"
-#include "support/tokens.h"
+#include "src/support/tokens.h"
 
 namespace platform {
 

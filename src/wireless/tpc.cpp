@@ -1,9 +1,9 @@
-#include "frame/hardware.h"
-#include "frame/runner.h"
 #include "platform/wireless.h"
 #include "platform/wlmap.h"
-#include "support/message.h"
-#include "support/text.h"
+#include "src/host/hardware.h"
+#include "src/host/runner.h"
+#include "src/support/message.h"
+#include "src/support/text.h"
 
 using namespace platform;
 

@@ -1,11 +1,11 @@
-#include "wlmap/l1profile.h"
+#include "src/wlmap/l1profile.h"
 
-#include "frame/host.h"
-#include "frame/host_buffer.h"
-#include "support/key_line.h"
-#include "support/message.h"
-#include "support/stream.h"
-#include "support/text.h"
+#include "src/host/host.h"
+#include "src/host/host_buffer.h"
+#include "src/support/key_line.h"
+#include "src/support/message.h"
+#include "src/support/stream.h"
+#include "src/support/text.h"
 
 namespace platform {
 namespace {

@@ -1,10 +1,10 @@
 #include "platform/wlmap.h"
 
-#include "frame/radios.h"
 #include "platform/records.h"
-#include "support/number.h"
-#include "support/text.h"
-#include "wlmap/l1profile.h"
+#include "src/host/radios.h"
+#include "src/support/number.h"
+#include "src/support/text.h"
+#include "src/wlmap/l1profile.h"
 
 namespace platform {
 namespace {

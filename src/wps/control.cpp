@@ -1,9 +1,9 @@
-#include "frame/radios.h"
 #include "platform/wlmap.h"
 #include "platform/wps.h"
-#include "support/command.h"
-#include "wps/driver_object.h"
-#include "wps/state_code.h"
+#include "src/host/radios.h"
+#include "src/support/command.h"
+#include "src/wps/driver_object.h"
+#include "src/wps/state_code.h"
 
 using namespace platform;
 

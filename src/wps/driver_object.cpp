@@ -1,4 +1,4 @@
-#include "wps/driver_object.h"
+#include "src/wps/driver_object.h"
 
 #include <linux/sockios.h>
 #include <linux/wireless.h>
@@ -8,9 +8,9 @@
 #include <string_view>
 
 #include "platform/wps.h"
-#include "support/descriptor.h"
-#include "support/heap.h"
-#include "support/text.h"
+#include "src/support/descriptor.h"
+#include "src/support/heap.h"
+#include "src/support/text.h"
 
 using namespace platform;
 

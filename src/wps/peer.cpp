@@ -2,10 +2,10 @@
 
 #include "platform/records.h"
 #include "platform/wps.h"
-#include "support/message.h"
-#include "support/text.h"
-#include "wps/driver_object.h"
-#include "wps/state_code.h"
+#include "src/support/message.h"
+#include "src/support/text.h"
+#include "src/wps/driver_object.h"
+#include "src/wps/state_code.h"
 
 using namespace platform;
 

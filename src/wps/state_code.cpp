@@ -1,4 +1,4 @@
-#include "wps/state_code.h"
+#include "src/wps/state_code.h"
 
 #include "platform/records.h"
 

@@ -7,10 +7,10 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "board/live/tree.h"
 #include "boardctl/errors.h"
-#include "live/tree.h"
-#include "support/driver.h"
-#include "switch/switch_board.h"
+#include "tests/support/driver.h"
+#include "tests/switch/switch_board.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 
 #include <type_traits>
 
-#include "frame/host.h"
 #include "platform/platform.h"
+#include "src/host/host.h"
 
 namespace fault {
 

@@ -9,11 +9,11 @@
 #include <iostream>
 #include <iterator>
 
-#include "fault/calls.h"
-#include "host/state.h"
-#include "live/interfaces.h"
-#include "support/board.h"
-#include "switch/switch_board.h"
+#include "board/host/state.h"
+#include "board/live/interfaces.h"
+#include "tests/fault/calls.h"
+#include "tests/support/board.h"
+#include "tests/switch/switch_board.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include <cstring>
 
 #include "platform/flash.h"
-#include "support/board.h"
+#include "tests/support/board.h"
 
 extern "C" int platform_any_arguments();  // of surface/plain_c.c
 

@@ -5,9 +5,9 @@
 #include <iterator>
 #include <set>
 
-#include "live/tree.h"
+#include "board/live/tree.h"
 #include "platform/flash.h"
-#include "support/board.h"
+#include "tests/support/board.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 #include "platform/flash.h"
-#include "support/board.h"
+#include "tests/support/board.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <unistd.h>
 
 #include "platform/flash.h"
-#include "support/board.h"
+#include "tests/support/board.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // The pin file, the buttons on it, the pins' functions.
 #include <cstring>
 
-#include "frame/host.h"
-#include "gpio/pin_file.h"
 #include "platform/gpio.h"
-#include "support/board.h"
-#include "support/rows.h"
+#include "src/gpio/pin_file.h"
+#include "src/host/host.h"
+#include "tests/support/board.h"
+#include "tests/support/rows.h"
 
 namespace {
 

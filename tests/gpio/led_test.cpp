@@ -6,7 +6,7 @@
 
 #include "platform/flash.h"
 #include "platform/gpio.h"
-#include "support/board.h"
+#include "tests/support/board.h"
 
 namespace {
 

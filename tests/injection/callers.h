@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "host/state.h"
-#include "memory_board.h"
+#include "board/host/state.h"
+#include "fuzz/memory_board.h"
 #include "platform/platform.h"
 
 namespace injection {

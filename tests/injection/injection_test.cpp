@@ -16,7 +16,7 @@
 #include <regex>
 #include <set>
 
-#include "injection/callers.h"
+#include "tests/injection/callers.h"
 
 namespace {
 

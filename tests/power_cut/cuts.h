@@ -17,8 +17,8 @@
 #include <string>
 #include <string_view>
 
-#include "live/flash.h"
-#include "live/tree.h"
+#include "board/live/flash.h"
+#include "board/live/tree.h"
 
 namespace power_cut {
 

@@ -1,16 +1,16 @@
 // Power fails at each write, rename and command: what the next start finds, and how it ends.
-#include "power_cut/cuts.h"
+#include "tests/power_cut/cuts.h"
 
 #include <cstdio>
 #include <regex>
 
-#include "live/flash.h"
-#include "live/interfaces.h"
-#include "live/tree.h"
+#include "board/live/flash.h"
+#include "board/live/interfaces.h"
+#include "board/live/tree.h"
 #include "platform/platform.h"
-#include "profile/sample_radios.h"
-#include "support/library_hook.h"
-#include "support/rows.h"
+#include "tests/profile/sample_radios.h"
+#include "tests/support/library_hook.h"
+#include "tests/support/rows.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Whole profiles, as the driver reads them, of both radios in configurations of daily life.
 #include "platform/profile.h"
-#include "profile/sample_radios.h"
+#include "tests/profile/sample_radios.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // What each setting of the records writes.
 #include <sstream>
 
-#include "frame/host.h"
-#include "profile/sample_radios.h"
-#include "support/library_hook.h"
+#include "src/host/host.h"
+#include "tests/profile/sample_radios.h"
+#include "tests/support/library_hook.h"
 
 namespace {
 

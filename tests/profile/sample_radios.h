@@ -8,10 +8,10 @@
 #include <string>
 #include <string_view>
 
-#include "host/state_file.h"
-#include "live/key_file.h"
+#include "board/host/state_file.h"
+#include "board/live/key_file.h"
 #include "platform/wireless.h"
-#include "support/board.h"
+#include "tests/support/board.h"
 
 namespace harness {
 

@@ -1,4 +1,4 @@
-#include "support/board.h"
+#include "tests/support/board.h"
 
 #include <fcntl.h>
 #include <linux/if.h>
@@ -13,9 +13,9 @@
 #include <cstring>
 #include <filesystem>
 
-#include "live/interfaces.h"
-#include "live/journal.h"
-#include "live/tree.h"
+#include "board/live/interfaces.h"
+#include "board/live/journal.h"
+#include "board/live/tree.h"
 
 namespace harness {
 namespace {

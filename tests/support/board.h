@@ -29,9 +29,9 @@
 #include <utility>
 #include <vector>
 
-#include "host/state.h"
-#include "support/case_name.h"
-#include "support/library_hook.h"
+#include "board/host/state.h"
+#include "tests/support/case_name.h"
+#include "tests/support/library_hook.h"
 
 namespace harness {
 

@@ -9,8 +9,8 @@
 #include <map>
 #include <string>
 
-#include "support/board.h"
-#include "support/rows.h"
+#include "tests/support/board.h"
+#include "tests/support/rows.h"
 
 namespace harness {
 

@@ -1,4 +1,4 @@
-#include "support/library_hook.h"
+#include "tests/support/library_hook.h"
 
 #include <dlfcn.h>
 #include <link.h>

@@ -1,6 +1,6 @@
 // What functions that call nothing of the system make of a missing argument.
 #include "platform/platform.h"
-#include "support/board.h"
+#include "tests/support/board.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include <climits>
 #include <iterator>
 
-#include "frame/host.h"
-#include "switch/switch_board.h"
+#include "src/host/host.h"
+#include "tests/switch/switch_board.h"
 
 namespace {
 

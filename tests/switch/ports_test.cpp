@@ -3,8 +3,8 @@
 #include <sstream>
 #include <tuple>
 
-#include "switch/phy.h"
-#include "switch/switch_board.h"
+#include "src/switch/phy.h"
+#include "tests/switch/switch_board.h"
 
 namespace {
 

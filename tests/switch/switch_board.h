@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "live/journal.h"
+#include "board/live/journal.h"
 #include "platform/switch.h"
-#include "support/board.h"
+#include "tests/support/board.h"
 
 namespace harness {
 

@@ -1,5 +1,5 @@
 // VLANs, mirroring and port LEDs.
-#include "switch/switch_board.h"
+#include "tests/switch/switch_board.h"
 
 namespace {
 

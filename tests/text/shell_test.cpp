@@ -7,12 +7,12 @@
 #include <random>
 #include <sstream>
 
-#include "live/tree.h"
+#include "board/live/tree.h"
 #include "platform/flash.h"
 #include "platform/wireless.h"
 #include "platform/wps.h"
-#include "support/board.h"
-#include "support/command.h"
+#include "src/support/command.h"
+#include "tests/support/board.h"
 
 namespace {
 

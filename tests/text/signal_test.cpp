@@ -7,14 +7,14 @@
 #include <chrono>
 #include <csignal>
 
-#include "frame/host.h"
-#include "live/tree.h"
+#include "board/live/tree.h"
 #include "platform/flash.h"
 #include "platform/gpio.h"
 #include "platform/switch.h"
 #include "platform/wireless.h"
 #include "platform/wlmap.h"
-#include "support/board.h"
+#include "src/host/host.h"
+#include "tests/support/board.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
-#include "support/text.h"
+#include "src/support/text.h"
 
 #include <gtest/gtest.h>
 
 #include <vector>
 
-#include "support/number.h"
-#include "support/split.h"
+#include "src/support/number.h"
+#include "src/support/split.h"
 
 namespace {
 

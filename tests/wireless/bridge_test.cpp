@@ -1,5 +1,5 @@
 // Which interfaces an apply brings up and into the bridge, and the repeater link as WAN.
-#include "profile/sample_radios.h"
+#include "tests/profile/sample_radios.h"
 
 namespace {
 

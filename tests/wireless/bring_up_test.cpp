@@ -1,12 +1,12 @@
 // The start of the board and the apply of a radio, as whole journals, and their steps.
 #include <cstring>
 
-#include "frame/host.h"
-#include "live/interfaces.h"
+#include "board/live/interfaces.h"
 #include "platform/wlmap.h"
-#include "profile/sample_radios.h"
-#include "support/library_hook.h"
-#include "support/rows.h"
+#include "src/host/host.h"
+#include "tests/profile/sample_radios.h"
+#include "tests/support/library_hook.h"
+#include "tests/support/rows.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 #include <cstring>
 #include <filesystem>
 
-#include "live/tree.h"
+#include "board/live/tree.h"
 #include "platform/wireless.h"
-#include "support/board.h"
+#include "tests/support/board.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 #include <random>
 
 #include "platform/wireless.h"
-#include "support/driver.h"
-#include "wireless/station_table.h"
-#include "wireless/survey_table.h"
+#include "src/wireless/station_table.h"
+#include "src/wireless/survey_table.h"
+#include "tests/support/driver.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 // Radio services, as whole journals.
-#include "live/interfaces.h"
-#include "live/journal.h"
+#include "board/live/interfaces.h"
+#include "board/live/journal.h"
 #include "platform/wps.h"
-#include "profile/sample_radios.h"
-#include "support/driver.h"
-#include "support/library_hook.h"
+#include "tests/profile/sample_radios.h"
+#include "tests/support/driver.h"
+#include "tests/support/library_hook.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 #include <cstring>
 #include <memory>
 
-#include "frame/host.h"
 #include "platform/wireless.h"
-#include "support/driver.h"
+#include "src/host/host.h"
+#include "tests/support/driver.h"
 
 namespace {
 

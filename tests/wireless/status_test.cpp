@@ -1,9 +1,9 @@
 // How a radio runs: channel, radar detection, the repeater link.
 #include <cstring>
 
-#include "live/interfaces.h"
+#include "board/live/interfaces.h"
 #include "platform/wireless.h"
-#include "support/driver.h"
+#include "tests/support/driver.h"
 
 namespace {
 

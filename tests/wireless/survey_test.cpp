@@ -2,8 +2,8 @@
 #include <cstring>
 
 #include "platform/wireless.h"
-#include "support/driver.h"
-#include "support/library_hook.h"
+#include "tests/support/driver.h"
+#include "tests/support/library_hook.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // How the lines of the radio index file are read.
 #include "platform/wlmap.h"
-#include "support/board.h"
-#include "wlmap/l1profile.h"
+#include "src/wlmap/l1profile.h"
+#include "tests/support/board.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include <sstream>
 
 #include "platform/wlmap.h"
-#include "support/board.h"
+#include "tests/support/board.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 // WPS runs: what the driver is told, in order, its status in two readings, the peer of a run.
 #include <regex>
 
-#include "frame/host.h"
-#include "live/interfaces.h"
+#include "board/live/interfaces.h"
 #include "platform/wps.h"
-#include "profile/sample_radios.h"
-#include "support/driver.h"
-#include "support/library_hook.h"
+#include "src/host/host.h"
+#include "tests/profile/sample_radios.h"
+#include "tests/support/driver.h"
+#include "tests/support/library_hook.h"
 
 namespace {
 

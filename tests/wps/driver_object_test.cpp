@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "platform/wps.h"
-#include "support/driver.h"
+#include "tests/support/driver.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // Host readers that are not told the size of their buffer and write more than their contract says.
 #include <cstring>
 
-#include "frame/host.h"
 #include "platform/flash.h"
 #include "platform/gpio.h"
-#include "profile/sample_radios.h"
-#include "support/library_hook.h"
+#include "src/host/host.h"
+#include "tests/profile/sample_radios.h"
+#include "tests/support/library_hook.h"
 
 namespace {
 

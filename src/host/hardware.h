@@ -1,8 +1,8 @@
 // The host's hardware information block.
 #pragma once
 
-#include "frame/host.h"
-#include "frame/host_buffer.h"
+#include "src/host/host.h"
+#include "src/host/host_buffer.h"
 
 namespace platform {
 

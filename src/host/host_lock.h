@@ -1,7 +1,7 @@
 // The host's named inter-process lock, held for a scope.
 #pragma once
 
-#include "frame/host.h"
+#include "src/host/host.h"
 
 namespace platform {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "support/board.h"
+#include "tests/support/board.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <span>
 
-#include "frame/host.h"
+#include "src/host/host.h"
 
 namespace platform {
 

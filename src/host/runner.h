@@ -1,8 +1,8 @@
 // Commands through the host's own runner.
 #pragma once
 
-#include "frame/host.h"
-#include "support/command.h"
+#include "src/host/host.h"
+#include "src/support/command.h"
 
 namespace platform {
 

@@ -1,7 +1,7 @@
 #include <stddef.h>
 
 #include "platform/frame.h"
-#include "support/command.h"
+#include "src/support/command.h"
 
 namespace platform {
 namespace {
