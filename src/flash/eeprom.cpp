@@ -116,6 +116,13 @@ bool form_driver_path(Text& path) {
            path.size() < kDriverPathSize;
 }
 
+// An existing file is emptied for new content only.
+FILE* open_driver_file(const char* path, bool has_content) {
+    if (path == nullptr) return nullptr;
+    if (has_content) return open_for_writing(path);
+    return open_for_appending(path);
+}
+
 }  // namespace
 
 int check_eeprom() {
@@ -157,8 +164,7 @@ int extract_eeprom() {
     if (!image.ok()) return -1;
 
     const int count = mtd_readbuf(image.get(), 0, static_cast<int>(size), kPartition);
-    const auto open_driver_file = count > 0 ? open_for_writing : open_for_appending;
-    File file(named ? open_driver_file(path.c_str()) : nullptr);
+    File file(open_driver_file(named ? path.c_str() : nullptr, count > 0));
     if (!file.ok()) {
         print_out("Can't open %s\n", path.c_str());
         return -1;
