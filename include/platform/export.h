@@ -18,7 +18,8 @@
  */
 #ifdef __cplusplus
 #define PLATFORM_ANY(...) __VA_ARGS__
-#elif __STDC_VERSION__ >= 202311L
+#elif __STDC_VERSION__ >= 202311L || \
+    (__STDC_VERSION__ > 201710L && (__clang_major__ >= 15 || (!__clang__ && __GNUC__ >= 13)))
 #define PLATFORM_ANY(...) ...
 #else
 #define PLATFORM_ANY(...)

@@ -60,6 +60,7 @@ void wsc_profile_update() {
         profile.set("WscModelName", designation(product.block));
         char device[128] = {};
         easymesh_make_wsc_kdx_type_str(device, sizeof device);
+        device[sizeof device - 1] = '\0';
         profile.set("WscDeviceName", device);
         profile.set("WscModelNumber", mac.c_str());
         profile.set("WscSerialNumber", "0");

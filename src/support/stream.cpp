@@ -124,7 +124,7 @@ FILE* open_for_writing(const char* path) {
 }
 
 FILE* open_for_appending(const char* path) {
-    return fopen(path, "a+e");
+    return open_stream(path, "a+e");
 }
 
 FILE* open_command_output(const char* command) {
