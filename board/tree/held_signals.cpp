@@ -2,6 +2,8 @@
 
 #include <sys/wait.h>
 
+#include <initializer_list>
+
 namespace board {
 
 HeldSignals::HeldSignals() {

@@ -15,7 +15,8 @@ int get_uboot_env(const char* name, char* destination, int size) {
     memset(room.data(), 0, room.size());
     if (text_of(name).empty() || *name == '-') return 0;  // "-" begins an option of the tool
     Pipe tool(open_command_output(Command<256>("/sbin/uboot_env -g %s", name).text()));
-    const size_t length = tool.read_line(room).value_or(std::string_view()).size();
+    const auto line = tool.read_line(room);
+    const size_t length = line && !tool.failed() ? line->size() : 0;
     memset(room.data() + length, 0, room.size() - length);
     if (tool.failed()) return 0;
     trim_crcf(destination);

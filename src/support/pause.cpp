@@ -36,8 +36,8 @@ void pause_us(int64_t length, bool whole_seconds) {
 
 void pause_ms(int milliseconds) {
     constexpr int kLongest = 1000000;  // in microseconds still a usleep() argument
-    for (; milliseconds > kLongest; milliseconds -= kLongest) pause_us(kLongest * 1000L, false);
-    pause_us(milliseconds * 1000L, false);
+    for (; milliseconds > kLongest; milliseconds -= kLongest) pause_us(int64_t{kLongest} * 1000, false);
+    pause_us(int64_t{milliseconds} * 1000, false);
 }
 
 void pause_seconds(int seconds) {

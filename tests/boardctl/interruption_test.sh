@@ -1,12 +1,11 @@
 #!/usr/bin/env bash
-# Interrupts "start", "start --fresh" and "apply" at 40 moments each. Every time the caller must
+# Interrupts "start", "start --fresh" and "apply" at so many moments each. Every time the caller must
 # see the signal, nothing of the board may be left running, and a plain "start" must work.
 # Status 77 where the virtual board cannot be entered.
-# usage: interruption_test.sh BOARDCTL TOUR
+# usage: interruption_test.sh BOARDCTL TOUR MOMENTS
 set -uo pipefail
 
-boardctl=$1 tour=$2
-moments=40
+boardctl=$1 tour=$2 moments=$3
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 : >"$scratch/faults"

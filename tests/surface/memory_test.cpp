@@ -19,11 +19,10 @@ size_t dirty_kib() {
     bool ours = false;
     for (std::string line; std::getline(smaps, line);) {
         std::istringstream words(line);
-        std::string key, permissions, offset, device, inode, path;
+        std::string key;
         words >> key;
         if (key.back() != ':') {
-            words >> permissions >> offset >> device >> inode >> path;
-            ours = path.find("libplatform.so") != std::string::npos;
+            ours = line.find("libplatform.so") != std::string::npos;
         } else if (ours && key == "Anonymous:") {
             size_t size = 0;
             words >> size;
