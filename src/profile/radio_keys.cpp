@@ -1,4 +1,4 @@
-#include "platform/flash.h"
+#include "src/host/factory_mode.h"
 #include "src/host/host_buffer.h"
 #include "src/profile/sections.h"
 #include "src/support/message.h"
@@ -100,14 +100,14 @@ void set_power_keys(ProfileList& profile, const wireless_conf& radio) {
     int limit = get_wifi_regulated_pwr(wifi.block, country.c_str(), radio.channel, radio.bandwidth);
     if (limit == -1) limit = 100;
     const int32_t power =
-        is_factory_test_mode() != 0 ? radio.tx_power : static_cast<int32_t>(tx_power(radio, limit));
+        in_factory_mode() ? radio.tx_power : static_cast<int32_t>(tx_power(radio, limit));
     print_error("Tx Power for Channel %d -> %d\n", radio.channel, power);
     profile.set("TxPower", power);
     profile.set("PERCENTAGEenable", power != 100);
 
     const regulated_eeprom_entry* table =
         get_wifi_regulated_eeprom(wifi.block, country.c_str(), radio.channel, radio.bandwidth);
-    if (table == nullptr || is_factory_test_mode() != 0) return;
+    if (table == nullptr || in_factory_mode()) return;
     TextBuffer<256> overrides;
     list_overrides(table, overrides);
     profile.set("EEPROM_OVERRIDE", overrides);

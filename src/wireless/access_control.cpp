@@ -64,11 +64,3 @@ int wireless_apply_macauth(uint32_t wl_index) {
     if (macauth_get_policy(wl_index) != 0 && uses_8021x(place)) signal_wan();
     return 0;
 }
-
-int wireless_macauth_kickall() {
-    return 0;
-}
-
-int wireless_macauth_kickmac() {
-    return 0;
-}

@@ -1,6 +1,6 @@
-#include "platform/flash.h"
 #include "platform/wireless.h"
 #include "platform/wlmap.h"
+#include "src/host/factory_mode.h"
 #include "src/host/radios.h"
 #include "src/host/runner.h"
 #include "src/profile/profile_writer.h"
@@ -40,7 +40,7 @@ int platform_init_wireless() {
 int init_mtk_wlif(int32_t wl_mode) {
     const TextCopy<PLATFORM_IFNAME_SIZE> ifname(get_wl_ifname_by_wlmode(wl_mode));
     BssSet set(ifname.c_str());
-    if (wl_mode == 0 && is_default_config() != 0 && is_factory_test_mode() == 0)
+    if (wl_mode == 0 && is_default_config() != 0 && !in_factory_mode())
         set.set_count(set_quolex_helper_bss(set.records(), set.count()));
     mtk_wireless_profile_update(wl_mode, set.records(), set.count());
     if (set.radio().channel == 0) mtk_auto_channel_select(ifname.c_str(), set.radio());

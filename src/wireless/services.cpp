@@ -1,11 +1,10 @@
 #include "platform/gpio.h"
 #include "platform/wireless.h"
 #include "platform/wlmap.h"
-#include "platform/wps.h"
+#include "src/driver/object.h"
 #include "src/host/radios.h"
 #include "src/host/runner.h"
 #include "src/support/message.h"
-#include "src/wps/driver_object.h"
 
 using namespace platform;
 

@@ -4,10 +4,10 @@
 
 #include "platform/wireless.h"
 #include "platform/wlmap.h"
+#include "src/driver/answer.h"
 #include "src/host/radios.h"
 #include "src/support/command.h"
 #include "src/support/stream.h"
-#include "src/wireless/driver_file.h"
 #include "src/wireless/station_table.h"
 
 using namespace platform;
@@ -90,8 +90,4 @@ int rt61_wireless_api_clear_station_info(const char* ifname) {
 int mt_rssi_to_pwr(int rssi) {
     const int64_t figure = (int64_t{rssi} + 90) * 5 / 2;
     return static_cast<int>(std::clamp(figure, int64_t{INT32_MIN}, int64_t{100}));
-}
-
-int rt61_get_hostinfo_from_wireless() {
-    return 0;
 }

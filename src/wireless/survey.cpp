@@ -3,12 +3,12 @@
 
 #include "platform/wireless.h"
 #include "platform/wlmap.h"
-#include "platform/wps.h"
+#include "src/driver/object.h"
+#include "src/driver/scan.h"
 #include "src/host/host.h"
 #include "src/support/command.h"
 #include "src/support/heap.h"
 #include "src/support/pause.h"
-#include "src/wireless/channel.h"
 #include "src/wireless/survey_table.h"
 
 using namespace platform;
@@ -57,10 +57,6 @@ int wireless_api_start_ap_scan(const char* ifname) {
     if (ifname == nullptr) return 0;
     run_shell(Command<256>("/sbin/iwpriv %s set SiteSurvey=1", ifname));
     pause_seconds(1);
-    return 0;
-}
-
-int platform_wireless_api_stop_ap_scan() {
     return 0;
 }
 

@@ -1,8 +1,8 @@
 #include "platform/wlmap.h"
 #include "platform/wps.h"
+#include "src/driver/object.h"
 #include "src/host/radios.h"
 #include "src/support/command.h"
-#include "src/wps/driver_object.h"
 #include "src/wps/state_code.h"
 
 using namespace platform;
@@ -111,14 +111,6 @@ int wireless_wps_stop(const char* ifname) {
     for_interfaces(ifname, wps_stop_ifname);
     signal_start("led");
     return 1;
-}
-
-int wireless_update_wps() {
-    return 0;
-}
-
-int wireless_set_wps_led(const char*, int) {
-    return 0;
 }
 
 int wireless_get_wps_status(const char* ifname, uint32_t* raw) {
