@@ -9,6 +9,7 @@
 #include "src/support/command.h"
 #include "src/support/stream.h"
 #include "src/wireless/station_table.h"
+#include "src/wlmap/ifname.h"
 
 using namespace platform;
 
@@ -19,7 +20,7 @@ std::span<const station_entry> stations_of(const station_list& list) {
 }
 
 void list_stations_of_radio(int32_t wl_mode, station_list& list) {
-    copy_text(list.ifname, get_wl_ifname_by_wlmode(wl_mode));
+    copy_text(list.ifname, IfName::main(wl_mode).view());
     wireless_api_get_station_list(&list);
 }
 

@@ -10,6 +10,7 @@
 #include "src/support/heap.h"
 #include "src/support/pause.h"
 #include "src/wireless/survey_table.h"
+#include "src/wlmap/ifname.h"
 
 using namespace platform;
 
@@ -28,8 +29,7 @@ std::string_view survey_text(const char* buffer, int length) {
 
 void list_networks(std::string_view text, ap_list& list) {
     const TextCopy<PLATFORM_IFNAME_SIZE + 1> ifname(field_text(list.ifname));
-    const TextCopy<PLATFORM_IFNAME_SIZE> main_name(
-        get_wl_ifname_by_wlmode(get_wl_mode_by_ifname2(ifname.c_str())));
+    const IfName main_name = IfName::main(get_wl_mode_by_ifname2(ifname.c_str()));
     const int32_t base_mhz = main_name.view() == "rai0" ? kBase5GHz : kBase2GHz;
 
     SurveyLines lines(text, kLineLimit);
