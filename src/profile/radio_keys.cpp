@@ -2,6 +2,7 @@
 #include "src/host/host_buffer.h"
 #include "src/profile/sections.h"
 #include "src/support/message.h"
+#include "src/support/table.h"
 
 namespace platform {
 namespace {
@@ -24,13 +25,13 @@ constexpr ModeRow kModes[] = {
     {10, 15,  14}, // a/n/ac
     {11, 15,  14}, // a/n/ac
 };
+static_assert(is_key(kModes, &ModeRow::wireless_mode));
 
 void set_mode_keys(ProfileList& profile, int32_t wireless_mode) {
-    for (const ModeRow& row : kModes) {
-        if (row.wireless_mode != wireless_mode) continue;
-        profile.set("BasicRate", row.basic_rate);
-        profile.set("WirelessMode", row.driver_mode);
-    }
+    const ModeRow* row = find_row(kModes, &ModeRow::wireless_mode, wireless_mode);
+    if (row == nullptr) return;
+    profile.set("BasicRate", row->basic_rate);
+    profile.set("WirelessMode", row->driver_mode);
 }
 
 void set_region_keys(ProfileList& profile, const wireless_conf& radio) {
