@@ -26,6 +26,9 @@ ALLOWED = {
 }
 FOR_ALL = ["support", "fixed_answers"]
 
+# Their texts lie in static buffers until the next lookup: only wlmap's IfName may call them.
+BUFFERED = {"get_wl_ifname", "get_wl_ifname_by_wlmode", "get_wl_bridge_ifname_by_wlmode"}
+
 INCLUDE = re.compile(r'#include "(?!platform/)(.+)\.h"')
 COMMENT_OR_TEXT = re.compile(r'//[^\n]*|/\*.*?\*/|(?<!#include )"(?:\\.|[^"\\\n])*"', re.S)
 DEFINITION = re.compile(r"^\w[\w:<>*&, ]*?[ *&](\w+)\([^;{}]*\) \{", re.M)
@@ -67,11 +70,14 @@ def main():
 
     uses = {}
     for path, text in texts.items():
+        file = path.with_suffix("").as_posix()
+        if folder_of(file) != "wlmap":
+            faults += [f"{path}: {name} is for IfName alone"
+                       for name in sorted(BUFFERED.intersection(re.findall(r"\w+", text)))]
         used = set(INCLUDE.findall(text))
         if path.suffix == ".cpp":  # a header only declares
             names = re.findall(r"(?<![.>:])\b\w+\b", text)
             used |= {definers[name] for name in names if name in definers}
-        file = path.with_suffix("").as_posix()
         uses[file] = uses.get(file, set()) | used - {file}
 
     for file in uses:

@@ -3,6 +3,7 @@
 #include <string.h>
 
 #include <algorithm>
+#include <span>
 
 #include "src/support/number.h"
 #include "src/support/table.h"
@@ -47,8 +48,7 @@ constexpr ColumnWord kCipherColumn[] = {
 
 static_assert(is_key(kAuthColumn, &ColumnWord::text) && is_key(kCipherColumn, &ColumnWord::text));
 
-template <size_t kRows>
-int32_t code_of(const ColumnWord (&words)[kRows], std::string_view text, int32_t otherwise) {
+int32_t code_of(std::span<const ColumnWord> words, std::string_view text, int32_t otherwise) {
     const ColumnWord* row = find_row(words, &ColumnWord::text, text);
     return row != nullptr ? row->code : otherwise;
 }
