@@ -82,15 +82,3 @@ int restore_backup_config(const char* path) {
     if (text_of(path).empty() || *path == '-') return -1;  // "-" begins an option of the tool
     return run_shell(Command<kRestoreSize>("/sbin/restorebackup %s", path)) == 0 ? 0 : -1;
 }
-
-int soft_reset() {
-    return -1;
-}
-
-int set_pincode_flash() {
-    return 0;
-}
-
-int get_pincode_flash() {
-    return 0;
-}

@@ -3,12 +3,13 @@
 #include <string_view>
 
 #include "platform/flash.h"
-#include "platform/wlmap.h"
 #include "src/flash/uboot_env.h"
 #include "src/host/host.h"
 #include "src/host/runner.h"
 #include "src/support/mac.h"
+#include "src/support/table.h"
 #include "src/support/text.h"
+#include "src/wlmap/ifname.h"
 
 using namespace platform;
 
@@ -29,6 +30,7 @@ constexpr IfnameOffset kOffsets[] = {
     {"rai0", 7},
     {"eth1", 1},
 };
+static_assert(is_key(kOffsets, &IfnameOffset::ifname));
 
 // The addresses of one device differ in the last byte alone; it wraps without carry.
 void add_to_last_byte(uint8_t mac[kMacSize], uint8_t added) {
@@ -46,9 +48,8 @@ int get_hwaddr_flash_raw(const char* ifname, uint8_t mac[6]) {
     } else {
         memcpy(mac, kFallback, kMacSize);
     }
-    const std::string_view name = text_of(ifname);
-    for (const IfnameOffset& row : kOffsets)
-        if (row.ifname == name) add_to_last_byte(mac, row.added);
+    const IfnameOffset* row = find_row(kOffsets, &IfnameOffset::ifname, text_of(ifname));
+    if (row != nullptr) add_to_last_byte(mac, row->added);
     return 1;
 }
 
@@ -85,9 +86,8 @@ int mt762x_update_wl_eeprom(const uint8_t mac[6]) {
     uint8_t second[kMacSize];
     memcpy(second, mac, kMacSize);
     add_to_last_byte(second, kSecondRadioOffset);
-    mt762x_set_eeprom_mac(TextCopy<PLATFORM_IFNAME_SIZE>(get_wl_ifname_by_wlmode(0)).c_str(), mac);
-    mt762x_set_eeprom_mac(TextCopy<PLATFORM_IFNAME_SIZE>(get_wl_ifname_by_wlmode(1)).c_str(),
-                          second);
+    mt762x_set_eeprom_mac(IfName::main(0).c_str(), mac);
+    mt762x_set_eeprom_mac(IfName::main(1).c_str(), second);
     return 0;
 }
 

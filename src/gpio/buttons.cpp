@@ -74,10 +74,6 @@ int platform_get_wps_button_pressed() {
     return pushed_wps_button();
 }
 
-int init_gpio() {
-    return 0;
-}
-
 int init_gpio_after_insmod() {
     const hw_info hw = hardware();
     select_gpio(hw.run_led_gpio);

@@ -30,21 +30,15 @@ int turn_led(int pin, int on) {
     return gpio_write_cmd("out", pin, on != 0 ? 0 : 1);
 }
 
-void gpio_set_led() {}
-
 int platform_run_led_control(int on) {
     return turn_led_if_fitted(hardware().run_led_gpio, on);
 }
-
-void platform_power_led_control(int) {}
 
 int platform_wl_led_control(int radio, int on) {
     const int32_t wl_mode = wl_mode_at(radio);
     if (wl_mode != 0 && wl_mode != 1) return wl_mode;
     return turn_led_if_fitted(hardware().wl_led[wl_mode].gpio, on);
 }
-
-void platform_wan_led_control(int, int) {}
 
 int platform_lan_led_control(int, int on) {
     return set_port_led_all(on);
@@ -76,5 +70,3 @@ int platform_all_usb_led_control(int on) {
     for (int port = 0; port < count; ++port) turn_led_if_fitted(hw.usb_led_gpio[port], on);
     return hw.usb_count;
 }
-
-void platform_init_led_control(int) {}

@@ -2,9 +2,9 @@
 
 #include <string_view>
 
-#include "platform/flash.h"
 #include "platform/gpio.h"
 #include "platform/switch.h"
+#include "src/host/factory_mode.h"
 #include "src/host/host_buffer.h"
 #include "src/host/runner.h"
 #include "src/support/text.h"
@@ -36,18 +36,6 @@ bool is_silent(const led_silent_control& control) {
 
 }  // namespace
 
-int stop_runled() {
-    return 0;
-}
-
-int start_runled() {
-    return 0;
-}
-
-int set_usbled() {
-    return 0;
-}
-
 int set_run_led_op(const char* operation) {
     if (operation != nullptr) istatus_set_value_direct(kOperationKey, operation);
     return 0;
@@ -73,7 +61,7 @@ int get_run_led_state() {
 }
 
 int update_led_silent_control(int force, int on) {
-    if (is_factory_test_mode() != 0) return 0;
+    if (in_factory_mode()) return 0;
     if (force == 0 && on == led_enabled) return 0;
 
     led_enabled = on;

@@ -1,27 +1,23 @@
 #include "src/profile/acl.h"
 
-#include <memory>
-
 #include "src/host/radios.h"
 #include "src/profile/list_value.h"
 #include "src/profile/sections.h"
 #include "src/support/heap.h"
+#include "src/support/unique.h"
 
 namespace platform {
 namespace {
 
 constexpr size_t kFullAcl = 4080;
 
-struct TableRelease {
-    void operator()(mac_filter_table* table) const { macdb_free(table); }
-};
-using FilterTable = std::unique_ptr<mac_filter_table, TableRelease>;
+using FilterTable = Unique<mac_filter_table*, nullptr, macdb_free>;
 
 // The entries follow the table's head.
 std::span<const mac_filter_entry> entries_of(const FilterTable& table) {
-    if (table == nullptr || table->count <= 0) return {};
+    if (!table.ok() || table.get()->count <= 0) return {};
     return {reinterpret_cast<const mac_filter_entry*>(table.get() + 1),
-            static_cast<size_t>(table->count)};
+            static_cast<size_t>(table.get()->count)};
 }
 
 void report_no_memory() {

@@ -1,7 +1,8 @@
-#include "platform/flash.h"
+#include "src/host/factory_mode.h"
 #include "src/host/host_buffer.h"
 #include "src/profile/sections.h"
 #include "src/support/message.h"
+#include "src/support/table.h"
 
 namespace platform {
 namespace {
@@ -24,13 +25,13 @@ constexpr ModeRow kModes[] = {
     {10, 15,  14}, // a/n/ac
     {11, 15,  14}, // a/n/ac
 };
+static_assert(is_key(kModes, &ModeRow::wireless_mode));
 
 void set_mode_keys(ProfileList& profile, int32_t wireless_mode) {
-    for (const ModeRow& row : kModes) {
-        if (row.wireless_mode != wireless_mode) continue;
-        profile.set("BasicRate", row.basic_rate);
-        profile.set("WirelessMode", row.driver_mode);
-    }
+    const ModeRow* row = find_row(kModes, &ModeRow::wireless_mode, wireless_mode);
+    if (row == nullptr) return;
+    profile.set("BasicRate", row->basic_rate);
+    profile.set("WirelessMode", row->driver_mode);
 }
 
 void set_region_keys(ProfileList& profile, const wireless_conf& radio) {
@@ -100,14 +101,14 @@ void set_power_keys(ProfileList& profile, const wireless_conf& radio) {
     int limit = get_wifi_regulated_pwr(wifi.block, country.c_str(), radio.channel, radio.bandwidth);
     if (limit == -1) limit = 100;
     const int32_t power =
-        is_factory_test_mode() != 0 ? radio.tx_power : static_cast<int32_t>(tx_power(radio, limit));
+        in_factory_mode() ? radio.tx_power : static_cast<int32_t>(tx_power(radio, limit));
     print_error("Tx Power for Channel %d -> %d\n", radio.channel, power);
     profile.set("TxPower", power);
     profile.set("PERCENTAGEenable", power != 100);
 
     const regulated_eeprom_entry* table =
         get_wifi_regulated_eeprom(wifi.block, country.c_str(), radio.channel, radio.bandwidth);
-    if (table == nullptr || is_factory_test_mode() != 0) return;
+    if (table == nullptr || in_factory_mode()) return;
     TextBuffer<256> overrides;
     list_overrides(table, overrides);
     profile.set("EEPROM_OVERRIDE", overrides);

@@ -1,8 +1,7 @@
 #include "src/profile/security_words.h"
 
-#include <span>
-
 #include "platform/records.h"
+#include "src/support/table.h"
 
 namespace platform {
 namespace {
@@ -34,16 +33,12 @@ constexpr Word kCipherWords[] = {
     {WIRELESS_CIPHER_TKIPAES, "TKIPAES"},
 };
 
-const Word* find_word(std::span<const Word> words, int32_t code) {
-    for (const Word& row : words)
-        if (row.code == code) return &row;
-    return nullptr;
-}
+static_assert(is_key(kAuthWords, &Word::code) && is_key(kCipherWords, &Word::code));
 
 }  // namespace
 
 int auth_mode_to_str(int32_t code, std::string_view& word) {
-    const Word* row = find_word(kAuthWords, code);
+    const Word* row = find_row(kAuthWords, &Word::code, code);
     word = row != nullptr ? row->word : "OPEN";
     return row != nullptr;
 }
@@ -55,12 +50,12 @@ std::string_view auth_word(int32_t code) {
 }
 
 std::string_view cipher_word(int32_t code) {
-    const Word* row = find_word(kCipherWords, code);
+    const Word* row = find_row(kCipherWords, &Word::code, code);
     return row != nullptr ? row->word : "NONE";
 }
 
 bool is_cipher(int32_t code) {
-    return find_word(kCipherWords, code) != nullptr;
+    return find_row(kCipherWords, &Word::code, code) != nullptr;
 }
 
 bool is_wep(int32_t cipher) {

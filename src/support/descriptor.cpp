@@ -23,30 +23,28 @@ ssize_t read_some(int descriptor, void* buffer, size_t size) {
 
 }  // namespace
 
-void Descriptor::reset() {
-    if (descriptor_ == -1) return;
+void close_descriptor(int descriptor) {
     const int kept = errno;
-    close(release());
+    close(descriptor);
     errno = kept;
 }
 
 ssize_t Descriptor::read_at(off_t offset, void* buffer, size_t size) const {
     if (offset < 0) return -1;
     // An MTD device refuses to go past its end, where there is nothing to read.
-    if (lseek(descriptor_, offset, SEEK_SET) == -1) return errno == EINVAL ? 0 : -1;
-    return read_some(descriptor_, buffer, size);
+    if (lseek(get(), offset, SEEK_SET) == -1) return errno == EINVAL ? 0 : -1;
+    return read_some(get(), buffer, size);
 }
 
 off_t Descriptor::size() const {
-    const off_t end = lseek(descriptor_, 0, SEEK_END);
-    return lseek(descriptor_, 0, SEEK_SET) == 0 ? end : -1;
+    const off_t end = lseek(get(), 0, SEEK_END);
+    return lseek(get(), 0, SEEK_SET) == 0 ? end : -1;
 }
 
 ssize_t Descriptor::read_all(void* buffer, size_t size) const {
     size_t done = 0;
     while (done < size) {
-        const ssize_t count =
-            read_some(descriptor_, static_cast<char*>(buffer) + done, size - done);
+        const ssize_t count = read_some(get(), static_cast<char*>(buffer) + done, size - done);
         if (count < 0) return -1;
         if (count == 0) break;
         done += static_cast<size_t>(count);

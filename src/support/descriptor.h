@@ -5,23 +5,15 @@
 #include <stddef.h>
 #include <sys/types.h>
 
+#include "src/support/unique.h"
+
 namespace platform {
 
-class Descriptor {
-public:
-    Descriptor() = default;
-    explicit Descriptor(int descriptor) : descriptor_(descriptor) {}
-    Descriptor(Descriptor&& other) noexcept : descriptor_(other.release()) {}
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() { reset(); }
+void close_descriptor(int descriptor);  // keeps errno
 
-    bool ok() const { return descriptor_ != -1; }
-    int get() const { return descriptor_; }
-    [[nodiscard]] int release() {
-        const int descriptor = descriptor_;
-        descriptor_ = -1;
-        return descriptor;
-    }
+class Descriptor : public Unique<int, -1, close_descriptor> {
+public:
+    using Unique::Unique;
 
     // One read at an offset from the start, 0 past the end; -1 when it fails.
     ssize_t read_at(off_t offset, void* buffer, size_t size) const;
@@ -32,11 +24,6 @@ public:
 
     // Reads on until the end or until the buffer is full; -1 when a read fails.
     ssize_t read_all(void* buffer, size_t size) const;
-
-private:
-    void reset();  // keeps errno
-
-    int descriptor_ = -1;
 };
 
 // All are closed on exec: commands that are started later must not inherit them. -1 when there is

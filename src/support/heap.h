@@ -3,22 +3,15 @@
 
 #include <stdlib.h>
 
+#include "src/support/unique.h"
+
 namespace platform {
 
-// Owns memory for a record or for bytes; ok() is false when there is none to be had.
+// Memory for a record or for bytes; ok() is false when there is none to be had.
 template <class T>
-class Heap {
+class Heap : public Unique<T*, nullptr, free> {
 public:
-    explicit Heap(size_t count) : memory_(static_cast<T*>(malloc(count * sizeof(T)))) {}
-    Heap(const Heap&) = delete;
-    Heap& operator=(const Heap&) = delete;
-    ~Heap() { free(memory_); }
-
-    bool ok() const { return memory_ != nullptr; }
-    T* get() const { return memory_; }
-
-private:
-    T* memory_;
+    explicit Heap(size_t count) : Heap::Unique(static_cast<T*>(malloc(count * sizeof(T)))) {}
 };
 
 }  // namespace platform

@@ -64,20 +64,18 @@ FILE* start(const char* command, const char* mode) {
 }  // namespace
 
 template <int (*kClose)(FILE*)>
-int Stream<kClose>::close() {
-    if (stream_ == nullptr) return 0;
+int close_stream(FILE* stream) {
     const int kept = errno;
-    int result = kClose(stream_);
-    if (result == -1 && errno == EINTR) result = 0;  // it is closed all the same
-    stream_ = nullptr;
+    int result = kClose(stream);
+    if (result == -1 && errno == EINTR) result = 0;
     errno = kept;
     return result;
 }
 
 template <int (*kClose)(FILE*)>
 bool Stream<kClose>::interrupted() {
-    if (ferror(stream_) == 0 || errno != EINTR) return false;
-    clearerr(stream_);
+    if (ferror(this->get()) == 0 || errno != EINTR) return false;
+    clearerr(this->get());
     return true;
 }
 
@@ -85,11 +83,11 @@ bool Stream<kClose>::interrupted() {
 // how much it is. It holds no line feed, so it ends at the first one of those laid out before.
 template <int (*kClose)(FILE*)>
 std::optional<std::string_view> Stream<kClose>::read_line(std::span<char> buffer) {
-    if (stream_ == nullptr) return {};
+    if (!this->ok()) return {};
     std::span<char> rest = buffer;
     do {
         memset(rest.data(), '\n', rest.size());
-        if (fgets(rest.data(), static_cast<int>(rest.size()), stream_) != nullptr)
+        if (fgets(rest.data(), static_cast<int>(rest.size()), this->get()) != nullptr)
             return std::string_view(buffer.data());
         rest = {std::find(rest.begin(), rest.end(), '\n'), rest.end()};
     } while (interrupted());
@@ -101,17 +99,19 @@ std::optional<std::string_view> Stream<kClose>::read_line(std::span<char> buffer
 template <int (*kClose)(FILE*)>
 bool Stream<kClose>::write(const void* bytes, size_t size) {
     [[maybe_unused]] const Guard<kClose> guard;
-    setvbuf(stream_, nullptr, _IONBF, 0);  // an interrupted flush would lose a buffer's content
+    setvbuf(this->get(), nullptr, _IONBF, 0);  // an interrupted flush would lose a buffer's content
     const char* at = static_cast<const char*>(bytes);
     size_t left = size;
     do {
-        const size_t count = fwrite(at, 1, left, stream_);
+        const size_t count = fwrite(at, 1, left, this->get());
         at += count;
         left -= count;
     } while (left > 0 && interrupted());
     return close() == 0 && left == 0;
 }
 
+template int close_stream<fclose>(FILE*);
+template int close_stream<pclose>(FILE*);
 template class Stream<fclose>;
 template class Stream<pclose>;
 

@@ -8,18 +8,18 @@
 #include <span>
 #include <string_view>
 
+#include "src/support/unique.h"
+
 namespace platform {
 
-// Owns a stream; closing keeps errno.
+// Closes; 0 also when a signal interrupts it, as it is closed all the same. Keeps errno.
 template <int (*kClose)(FILE*)>
-class Stream {
-public:
-    explicit Stream(FILE* stream) : stream_(stream) {}
-    Stream(const Stream&) = delete;
-    Stream& operator=(const Stream&) = delete;
-    ~Stream() { close(); }
+int close_stream(FILE* stream);
 
-    bool ok() const { return stream_ != nullptr; }
+template <int (*kClose)(FILE*)>
+class Stream : public Unique<FILE*, nullptr, close_stream<kClose>> {
+public:
+    using Stream::Unique::Unique;
 
     // One line of at most buffer.size() - 1 characters, its line feed included; a longer line
     // comes in pieces. Nothing at the end of the text, of a null stream and when reading fails.
@@ -27,18 +27,17 @@ public:
     std::optional<std::string_view> read_line(std::span<char> buffer);
 
     // Tells a text that could not be opened or read from one that has ended.
-    bool failed() const { return stream_ == nullptr || ferror(stream_) != 0; }
+    bool failed() const { return !this->ok() || ferror(this->get()) != 0; }
 
     // Writes all bytes through to the other end and closes. False when they did not get there; a
     // reader that has gone away does not raise SIGPIPE.
     bool write(const void* bytes, size_t size);
 
-    int close();  // ahead of the end of the scope
+    // Ahead of the end of the scope.
+    int close() { return this->ok() ? close_stream<kClose>(this->release()) : 0; }
 
 private:
     bool interrupted();  // the last call, by a signal; it can then go on
-
-    FILE* stream_;
 };
 
 using File = Stream<fclose>;

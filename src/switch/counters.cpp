@@ -4,12 +4,13 @@
 #include "src/host/host_lock.h"
 #include "src/support/command.h"
 #include "src/switch/ports.h"
+#include "src/switch/registers.h"
 
 using namespace platform;
 
 namespace {
 
-// MIB counter registers of a port.
+// MIB counters of a port.
 struct PortMib {
     uint32_t rx_unicast, rx_multicast, rx_broadcast, rx_crc_errors, rx_dropped;
     uint32_t rx_bytes_high, rx_bytes_low;
@@ -24,19 +25,19 @@ struct MibRow {
 
 // In the order in which they are read.
 constexpr MibRow kMib[] = {
-    {0x68, &PortMib::rx_unicast   },
-    {0x6C, &PortMib::rx_multicast },
-    {0x70, &PortMib::rx_broadcast },
-    {0x78, &PortMib::rx_crc_errors},
-    {0xB4, &PortMib::rx_dropped   },
-    {0xAC, &PortMib::rx_bytes_high},
-    {0xA8, &PortMib::rx_bytes_low },
-    {0x08, &PortMib::tx_unicast   },
-    {0x0C, &PortMib::tx_multicast },
-    {0x10, &PortMib::tx_broadcast },
-    {0x14, &PortMib::tx_collisions},
-    {0x4C, &PortMib::tx_bytes_high},
-    {0x48, &PortMib::tx_bytes_low },
+    {kMibRxUnicast,    &PortMib::rx_unicast   },
+    {kMibRxMulticast,  &PortMib::rx_multicast },
+    {kMibRxBroadcast,  &PortMib::rx_broadcast },
+    {kMibRxCrcErrors,  &PortMib::rx_crc_errors},
+    {kMibRxDropped,    &PortMib::rx_dropped   },
+    {kMibRxBytesHigh,  &PortMib::rx_bytes_high},
+    {kMibRxBytesLow,   &PortMib::rx_bytes_low },
+    {kMibTxUnicast,    &PortMib::tx_unicast   },
+    {kMibTxMulticast,  &PortMib::tx_multicast },
+    {kMibTxBroadcast,  &PortMib::tx_broadcast },
+    {kMibTxCollisions, &PortMib::tx_collisions},
+    {kMibTxBytesHigh,  &PortMib::tx_bytes_high},
+    {kMibTxBytesLow,   &PortMib::tx_bytes_low },
 };
 
 uint64_t joined(uint32_t high, uint32_t low) {
@@ -44,10 +45,9 @@ uint64_t joined(uint32_t high, uint32_t low) {
 }
 
 PortMib read_mib(int port) {
-    const uint32_t base = 0x4000 + static_cast<uint32_t>(port) * 0x100;
     PortMib mib = {};
     switch_ioctl_init();
-    for (const MibRow& row : kMib) reg_read(base + row.offset, &(mib.*row.counter));
+    for (const MibRow& row : kMib) reg_read(mib_base(port) + row.offset, &(mib.*row.counter));
     switch_ioctl_fini();
     return mib;
 }

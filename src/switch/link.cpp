@@ -3,19 +3,14 @@
 #include "src/support/text.h"
 #include "src/switch/phy.h"
 #include "src/switch/ports.h"
+#include "src/switch/registers.h"
 
 using namespace platform;
 
 namespace {
 
-// Bits of the clause-22 registers (IEEE 802.3, 22.2.4 and 40.5.1.1).
-constexpr int32_t kLinkUp = 0x0004;          // status
-constexpr int32_t kReceiversOk = 0x3000;     // gigabit status: local and remote
-constexpr int32_t kPartnerGigabit = 0x0C00;  // gigabit status: partner can full or half
-constexpr int32_t kPartnerGigabitFull = 0x0800;
-constexpr int32_t k100 = 0x0180;  // abilities: 100BASE-TX full or half
-constexpr int32_t k100Full = 0x0100;
-constexpr int32_t k10Full = 0x0040;
+constexpr int32_t kPartnerGigabit = kPhyPartnerGigabitFull | kPhyPartnerGigabitHalf;
+constexpr int32_t k100 = kPhy100Full | kPhy100Half;
 
 const char* duplex_text(bool full) {
     return full ? "Full" : "Half";
@@ -31,8 +26,8 @@ void put_state(port_setting& state, const char* mode, const char* speed, const c
 // down may still do so.
 bool has_link(int port) {
     phy_cl22_read(port, kPhyStatus);
-    if ((phy_cl22_read(port, kPhyStatus) & kLinkUp) != 0) return true;
-    return (phy_cl22_read(port, kPhyStatus) & kLinkUp) != 0;
+    if ((phy_cl22_read(port, kPhyStatus) & kPhyLinkUp) != 0) return true;
+    return (phy_cl22_read(port, kPhyStatus) & kPhyLinkUp) != 0;
 }
 
 void read_link_status(int port, port_setting& state) {
@@ -41,16 +36,16 @@ void read_link_status(int port, port_setting& state) {
         return;
     }
     const int32_t gigabit = phy_cl22_read(port, kPhyGigabitStatus);
-    if ((gigabit & kReceiversOk) == kReceiversOk && (gigabit & kPartnerGigabit) != 0) {
-        put_state(state, "On", "1G", duplex_text((gigabit & kPartnerGigabitFull) != 0));
+    if ((gigabit & kPhyReceiversOk) == kPhyReceiversOk && (gigabit & kPartnerGigabit) != 0) {
+        put_state(state, "On", "1G", duplex_text((gigabit & kPhyPartnerGigabitFull) != 0));
         return;
     }
     const int32_t partner = phy_cl22_read(port, kPhyPartnerAbility);
     const int32_t common = partner & phy_cl22_read(port, kPhyAdvertisement);
     if ((common & k100) != 0) {
-        put_state(state, "On", "100", duplex_text((common & k100Full) != 0));
+        put_state(state, "On", "100", duplex_text((common & kPhy100Full) != 0));
     } else {
-        put_state(state, "On", "10", duplex_text((common & k10Full) != 0));
+        put_state(state, "On", "10", duplex_text((common & kPhy10Full) != 0));
     }
 }
 

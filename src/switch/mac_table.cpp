@@ -2,24 +2,11 @@
 #include "src/host/host_lock.h"
 #include "src/support/message.h"
 #include "src/support/pause.h"
+#include "src/switch/registers.h"
 
 using namespace platform;
 
 namespace {
-
-// The address-table registers.
-constexpr uint32_t kControl = 0x80;
-constexpr uint32_t kAddressHigh = 0x84;
-constexpr uint32_t kAddressLow = 0x88;
-constexpr uint32_t kAttributes = 0x8C;
-
-constexpr uint32_t kSearchFirst = 0x8004;
-constexpr uint32_t kSearchNext = 0x8005;
-
-// Control register, as read.
-constexpr uint32_t kPresented = 0x2000;
-constexpr uint32_t kEnded = 0x4000;
-constexpr uint32_t kBusy = 0x8000;
 
 constexpr int kMostWalked = 2045;      // the table holds 2048 entries
 constexpr int kMostPolls = 4096;       // in a row without an entry: twenty seconds
@@ -62,28 +49,28 @@ int walk(switch_mac_entry* entries, int capacity, int port_mask) {
     int walked = 0;
     int polls = 0;
     int emptied = 0;
-    reg_write(kControl, kSearchFirst);
+    reg_write(kTableControl, kSearchFirst);
     while (stored < capacity) {
-        const uint32_t status = read_register(kControl);
-        if ((status & (kPresented | kBusy)) != kPresented) {
-            if ((status & kEnded) != 0) break;
+        const uint32_t status = read_register(kTableControl);
+        if ((status & (kSearchPresented | kSearchBusy)) != kSearchPresented) {
+            if ((status & kSearchEnded) != 0) break;
             if (++polls > kMostPolls) return give_up(stored);
             pause_ms(5);
             continue;
         }
         polls = 0;
-        const uint32_t attributes = read_register(kAttributes);
+        const uint32_t attributes = read_register(kTableAttributes);
         if (!is_in_use(attributes)) {
             if (++emptied > kMostEmptied) return give_up(stored);
-            reg_write(kControl, kSearchNext);
+            reg_write(kTableControl, kSearchNext);
             continue;
         }
-        const uint32_t high = read_register(kAddressHigh);
-        const uint32_t low = read_register(kAddressLow);
+        const uint32_t high = read_register(kTableAddressHigh);
+        const uint32_t low = read_register(kTableAddressLow);
         const switch_mac_entry entry = entry_of(high, low, attributes);
         if (is_wanted(entry, port_mask)) entries[stored++] = entry;
-        if ((status & kEnded) != 0) break;
-        reg_write(kControl, kSearchNext);
+        if ((status & kSearchEnded) != 0) break;
+        reg_write(kTableControl, kSearchNext);
         if (++walked > kMostWalked) break;
         pause_ms(1);
     }

@@ -1,4 +1,4 @@
-// PHY registers of the switch ports, IEEE 802.3 clause 22.
+// Access to the PHYs of the switch ports.
 #pragma once
 
 #include <stdint.h>
@@ -6,13 +6,6 @@
 #include <string_view>
 
 namespace platform {
-
-inline constexpr int kPhyControl = 0;
-inline constexpr int kPhyStatus = 1;
-inline constexpr int kPhyAdvertisement = 4;
-inline constexpr int kPhyPartnerAbility = 5;
-inline constexpr int kPhyGigabitControl = 9;
-inline constexpr int kPhyGigabitStatus = 10;
 
 // The value after the last "=" of the tool's answer, "0x" and digits; -1 without "=", 0 for what
 // is no such number.

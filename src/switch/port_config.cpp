@@ -6,15 +6,15 @@
 #include "src/support/message.h"
 #include "src/switch/phy.h"
 #include "src/switch/ports.h"
+#include "src/switch/registers.h"
 
 using namespace platform;
 
 namespace {
 
-constexpr uint32_t kMacForced = 0x8000;        // MAC control: keeps the port's link down
-constexpr int32_t kAdvertise = 0x01E0;         // advertisement: 10 and 100 Mbit/s, both duplexes
-constexpr int32_t kAdvertiseGigabit = 0x0300;  // gigabit control: both duplexes
-constexpr int32_t kRestart = 0x0200;           // control: restart the negotiation
+constexpr int32_t kAdvertise10 = kPhy10Full | kPhy10Half;
+constexpr int32_t kAdvertise = kPhy100Full | kPhy100Half | kAdvertise10;
+constexpr int32_t kAdvertiseGigabit = kPhyGigabitFull | kPhyGigabitHalf;
 
 // What a fixed speed advertises.
 struct Advertised {
@@ -25,12 +25,12 @@ struct Advertised {
 };
 
 constexpr Advertised kFixedSpeeds[] = {
-    {"100",  "full", 0x01E0, 0     },
-    {"100",  "half", 0x00E0, 0     },
-    {"10",   "full", 0x0060, 0     },
-    {"10",   "half", 0x0020, 0     },
-    {"1000", "full", 0,      0x0300},
-    {"1000", "half", 0,      0x0100},
+    {"100",  "full", kAdvertise,                 0                },
+    {"100",  "half", kPhy100Half | kAdvertise10, 0                },
+    {"10",   "full", kAdvertise10,               0                },
+    {"10",   "half", kPhy10Half,                 0                },
+    {"1000", "full", 0,                          kAdvertiseGigabit},
+    {"1000", "half", 0,                          kPhyGigabitHalf  },
 };
 constexpr Advertised kNothing = {"", "", 0, 0};
 
@@ -56,7 +56,7 @@ void write_alone(uint32_t offset, uint32_t value) {
 }
 
 void enable_mac(int port, bool enable) {
-    const uint32_t offset = 0x3000 + static_cast<uint32_t>(port) * 0x100;
+    const uint32_t offset = mac_control(port);
     const uint32_t control = read_alone(offset);
     write_alone(offset, enable ? control & ~kMacForced : control | kMacForced);
 }
@@ -70,7 +70,7 @@ void change_phy(int port, int reg, int32_t clear, int32_t set) {
 void advertise(int port, int32_t clear, const Advertised& what) {
     change_phy(port, kPhyAdvertisement, clear & kAdvertise, what.abilities);
     change_phy(port, kPhyGigabitControl, clear & kAdvertiseGigabit, what.gigabit);
-    change_phy(port, kPhyControl, 0, kRestart);
+    change_phy(port, kPhyControl, 0, kPhyRestart);
 }
 
 int apply_port_config(int user_port, const port_setting& setting) {

@@ -32,7 +32,3 @@ int set_port_led_all(int on) {
             run_host(Command<64>(row.command, on != 0 ? row.on : row.off));
     return 0;
 }
-
-int mtk_optimize_set() {
-    return 0;
-}

@@ -1,12 +1,12 @@
-#include "src/profile/acl.h"
-
 #include "platform/wireless.h"
 #include "platform/wlmap.h"
 #include "src/host/radios.h"
 #include "src/host/runner.h"
+#include "src/profile/acl.h"
 #include "src/profile/list_value.h"
 #include "src/profile/profile_list.h"
 #include "src/support/heap.h"
+#include "src/wlmap/ifname.h"
 
 using namespace platform;
 
@@ -18,16 +18,16 @@ struct BssPlace {
         : wl_mode(static_cast<int32_t>(wl_index >> 16)),
           number(static_cast<int32_t>(wl_index & 0xFFFF)),
           profile(get_racfg_filename(wl_mode)),
-          ifname(get_wl_ifname(wl_index)) {}
+          ifname(IfName::bss(wl_mode, number)) {}
 
     int32_t wl_mode;
     int32_t number;
     ProfileOnDisk profile;
-    TextCopy<PLATFORM_IFNAME_SIZE> ifname;
+    IfName ifname;
 };
 
 bool uses_8021x(const BssPlace& place) {
-    const TextCopy<PLATFORM_IFNAME_SIZE> main_name(get_wl_ifname_by_wlmode(place.wl_mode));
+    const IfName main_name = IfName::main(place.wl_mode);
     const BssSet set(main_name.c_str());
     return place.number < set.count() &&
            wireless_check_8021x_enabled(&set.configured()[static_cast<size_t>(place.number)]) != 0;
@@ -62,13 +62,5 @@ int wireless_apply_macauth(uint32_t wl_index) {
     run_host(Command<256>("/sbin/iwpriv %s set ACLClearAll=1", place.ifname.view()));
     if (!apply_list(place)) return 0;
     if (macauth_get_policy(wl_index) != 0 && uses_8021x(place)) signal_wan();
-    return 0;
-}
-
-int wireless_macauth_kickall() {
-    return 0;
-}
-
-int wireless_macauth_kickmac() {
     return 0;
 }

@@ -1,26 +1,16 @@
 #include "src/wireless/bridge.h"
 
-#include "platform/wlmap.h"
 #include "src/host/host_buffer.h"
 #include "src/host/runner.h"
 #include "src/support/message.h"
 #include "src/support/pause.h"
 #include "src/support/text.h"
+#include "src/wlmap/ifname.h"
 
 namespace platform {
 namespace {
 
-using IfName = TextCopy<PLATFORM_IFNAME_SIZE>;
-
 constexpr const char* kGroupChipset = "mt7615";
-
-IfName bss_name(int32_t wl_mode, int bss) {
-    return IfName(get_wl_ifname(wl_index_of(wl_mode, bss)));
-}
-
-IfName client_name(int32_t wl_mode) {
-    return IfName(get_wl_bridge_ifname_by_wlmode(wl_mode));
-}
 
 void join_bridge(const IfName& name) {
     run_host(Command<128>("/sbin/brctl addif br0 %s", name.view()));
@@ -32,8 +22,8 @@ void leave_bridge(const IfName& name) {
 }
 
 void take_down(int32_t wl_mode) {
-    for (int bss = 0; bss < PLATFORM_BSS_MAX; ++bss) leave_bridge(bss_name(wl_mode, bss));
-    leave_bridge(client_name(wl_mode));
+    for (int bss = 0; bss < PLATFORM_BSS_MAX; ++bss) leave_bridge(IfName::bss(wl_mode, bss));
+    leave_bridge(IfName::client(wl_mode));
 }
 
 void start_radio(const char* ifname) {
@@ -55,7 +45,7 @@ void add_multicast_groups(int32_t wl_mode, const IfName& name) {
 void bring_up(int32_t wl_mode, const BssSet& set) {
     int number = 0;
     for (const wireless_conf& bss : set.configured()) {
-        const IfName name = bss_name(wl_mode, number++);
+        const IfName name = IfName::bss(wl_mode, number++);
         if (bss.enabled == 0) {
             leave_bridge(name);
             continue;
@@ -67,7 +57,7 @@ void bring_up(int32_t wl_mode, const BssSet& set) {
 }
 
 void bring_client_up(int32_t wl_mode, bool is_wan) {
-    const IfName name = client_name(wl_mode);
+    const IfName name = IfName::client(wl_mode);
     ifup(name.c_str());
     if (!is_wan) join_bridge(name);
 }

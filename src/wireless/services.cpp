@@ -1,17 +1,16 @@
 #include "platform/gpio.h"
 #include "platform/wireless.h"
 #include "platform/wlmap.h"
-#include "platform/wps.h"
+#include "src/driver/object.h"
 #include "src/host/radios.h"
 #include "src/host/runner.h"
 #include "src/support/message.h"
-#include "src/wps/driver_object.h"
+#include "src/support/table.h"
+#include "src/wlmap/ifname.h"
 
 using namespace platform;
 
 namespace {
-
-using IfName = TextCopy<PLATFORM_IFNAME_SIZE>;
 
 struct AuthenticatorRow {
     std::string_view ifname;
@@ -25,6 +24,7 @@ constexpr AuthenticatorRow kAuthenticators[] = {
     {"rae0", "rtwifi3apd" },
     {"rax0", "rt2860apd_x"},
 };
+static_assert(is_key(kAuthenticators, &AuthenticatorRow::ifname));
 
 void wireless_restart_8021xd_if(const char* ifname, const char* daemon) {
     run_host(Command<128>("killall %s", daemon));
@@ -42,7 +42,7 @@ int wireless_set_igmpsnoop(const char* ifname, int enable) {
     const int32_t wl_mode = get_wl_mode_by_ifname(ifname);
     const BssSet set(ifname);
     for (int bss = 0; bss < set.count(); ++bss) {
-        const IfName name(get_wl_ifname(wl_index_of(wl_mode, bss)));
+        const IfName name = IfName::bss(wl_mode, bss);
         run_host(Command<128>("/sbin/iwpriv %s set IgmpSnEnable=%d", name.view(), enable));
         run_host(Command<128>("/sbin/iwpriv %s set IgmpAdd=01:00:5e:00:00:fb", name.view()));
         run_host(Command<128>("/sbin/iwpriv %s set IgmpAdd=01:00:5e:7f:ff:fa", name.view()));
@@ -52,10 +52,10 @@ int wireless_set_igmpsnoop(const char* ifname, int enable) {
 
 int wireless_restart_8021xd() {
     for (const int32_t wl_mode : RadioList()) {
-        const IfName name(get_wl_ifname_by_wlmode(wl_mode));
+        const IfName name = IfName::main(wl_mode);
         print_error("restart_1x_daemon : %s\n", name.c_str());
-        for (const AuthenticatorRow& row : kAuthenticators)
-            if (row.ifname == name.view()) wireless_restart_8021xd_if(name.c_str(), row.daemon);
+        const auto* row = find_row(kAuthenticators, &AuthenticatorRow::ifname, name.view());
+        if (row != nullptr) wireless_restart_8021xd_if(name.c_str(), row->daemon);
     }
     return 0;
 }
@@ -94,17 +94,17 @@ int wireless_update_beacon_kdx_ie_all() {
 int wireless_api_wireless_disable() {
     for (const int32_t wl_mode : RadioList()) {
         for (int bss = 0; bss < PLATFORM_BSS_MAX; ++bss) {
-            const IfName name(get_wl_ifname(wl_index_of(wl_mode, bss)));
+            const IfName name = IfName::bss(wl_mode, bss);
             run_host(Command<128>("/sbin/brctl delif br0 %s", name.view()));
             ifdown(name.c_str());
         }
-        ifdown(IfName(get_wl_bridge_ifname_by_wlmode(wl_mode)).c_str());
+        ifdown(IfName::client(wl_mode).c_str());
     }
     return 0;
 }
 
 int platform_wireless_api_apply_mbssid(int32_t wl_mode) {
-    const IfName name(get_wl_ifname_by_wlmode(wl_mode));
+    const IfName name = IfName::main(wl_mode);
     wireless_conf conf = {};
     read_wireless_conf(&conf, name.c_str());
     set_wireless_conf(&conf, name.c_str());

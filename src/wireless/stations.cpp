@@ -4,11 +4,12 @@
 
 #include "platform/wireless.h"
 #include "platform/wlmap.h"
+#include "src/driver/answer.h"
 #include "src/host/radios.h"
 #include "src/support/command.h"
 #include "src/support/stream.h"
-#include "src/wireless/driver_file.h"
 #include "src/wireless/station_table.h"
+#include "src/wlmap/ifname.h"
 
 using namespace platform;
 
@@ -19,7 +20,7 @@ std::span<const station_entry> stations_of(const station_list& list) {
 }
 
 void list_stations_of_radio(int32_t wl_mode, station_list& list) {
-    copy_text(list.ifname, get_wl_ifname_by_wlmode(wl_mode));
+    copy_text(list.ifname, IfName::main(wl_mode).view());
     wireless_api_get_station_list(&list);
 }
 
@@ -90,8 +91,4 @@ int rt61_wireless_api_clear_station_info(const char* ifname) {
 int mt_rssi_to_pwr(int rssi) {
     const int64_t figure = (int64_t{rssi} + 90) * 5 / 2;
     return static_cast<int>(std::clamp(figure, int64_t{INT32_MIN}, int64_t{100}));
-}
-
-int rt61_get_hostinfo_from_wireless() {
-    return 0;
 }

@@ -3,14 +3,13 @@
 #include <algorithm>
 
 #include "platform/wireless.h"
-#include "platform/wps.h"
+#include "src/driver/answer.h"
+#include "src/driver/object.h"
+#include "src/driver/stats.h"
 #include "src/host/host.h"
 #include "src/support/command.h"
 #include "src/support/message.h"
 #include "src/support/number.h"
-#include "src/wireless/driver_file.h"
-#include "src/wireless/driver_stats.h"
-#include "src/wps/driver_object.h"
 
 using namespace platform;
 
@@ -146,10 +145,6 @@ int rt61_get_wireless_link_speed(const char* ifname) {
     char essid[256] = {};
     iwconfig_client_get_essid(ifname, essid);
     return essid[0] != '\0' ? iwconfig_client_get_link_speed(ifname) : 0;
-}
-
-int wireless_api_get_keyinfo_status() {
-    return 1;
 }
 
 int rt61_wireless_api_set_txpower(const char* ifname, int percent) {

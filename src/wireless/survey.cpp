@@ -3,13 +3,14 @@
 
 #include "platform/wireless.h"
 #include "platform/wlmap.h"
-#include "platform/wps.h"
+#include "src/driver/object.h"
+#include "src/driver/scan.h"
 #include "src/host/host.h"
 #include "src/support/command.h"
 #include "src/support/heap.h"
 #include "src/support/pause.h"
-#include "src/wireless/channel.h"
 #include "src/wireless/survey_table.h"
+#include "src/wlmap/ifname.h"
 
 using namespace platform;
 
@@ -28,8 +29,7 @@ std::string_view survey_text(const char* buffer, int length) {
 
 void list_networks(std::string_view text, ap_list& list) {
     const TextCopy<PLATFORM_IFNAME_SIZE + 1> ifname(field_text(list.ifname));
-    const TextCopy<PLATFORM_IFNAME_SIZE> main_name(
-        get_wl_ifname_by_wlmode(get_wl_mode_by_ifname2(ifname.c_str())));
+    const IfName main_name = IfName::main(get_wl_mode_by_ifname2(ifname.c_str()));
     const int32_t base_mhz = main_name.view() == "rai0" ? kBase5GHz : kBase2GHz;
 
     SurveyLines lines(text, kLineLimit);
@@ -57,10 +57,6 @@ int wireless_api_start_ap_scan(const char* ifname) {
     if (ifname == nullptr) return 0;
     run_shell(Command<256>("/sbin/iwpriv %s set SiteSurvey=1", ifname));
     pause_seconds(1);
-    return 0;
-}
-
-int platform_wireless_api_stop_ap_scan() {
     return 0;
 }
 

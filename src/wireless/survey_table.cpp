@@ -3,8 +3,10 @@
 #include <string.h>
 
 #include <algorithm>
+#include <span>
 
 #include "src/support/number.h"
+#include "src/support/table.h"
 #include "src/support/text.h"
 
 namespace platform {
@@ -44,10 +46,11 @@ constexpr ColumnWord kCipherColumn[] = {
     {"WEP",     WIRELESS_CIPHER_WEP    },
 };
 
+static_assert(is_key(kAuthColumn, &ColumnWord::text) && is_key(kCipherColumn, &ColumnWord::text));
+
 int32_t code_of(std::span<const ColumnWord> words, std::string_view text, int32_t otherwise) {
-    for (const ColumnWord& row : words)
-        if (row.text == text) return row.code;
-    return otherwise;
+    const ColumnWord* row = find_row(words, &ColumnWord::text, text);
+    return row != nullptr ? row->code : otherwise;
 }
 
 bool is_answer(std::string_view token) {

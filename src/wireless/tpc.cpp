@@ -1,9 +1,9 @@
 #include "platform/wireless.h"
-#include "platform/wlmap.h"
 #include "src/host/hardware.h"
 #include "src/host/runner.h"
 #include "src/support/message.h"
 #include "src/support/text.h"
+#include "src/wlmap/ifname.h"
 
 using namespace platform;
 
@@ -12,7 +12,7 @@ namespace {
 void set_tpc(int32_t wl_mode, const hw_tpc& tpc) {
     if (tpc.enable == 0) return;
 
-    const TextCopy<PLATFORM_IFNAME_SIZE> ifname(get_wl_ifname_by_wlmode(wl_mode));
+    const IfName ifname = IfName::main(wl_mode);
     const TextCopy<sizeof tpc.duty + 1> duty(field_text(tpc.duty));
     const TextCopy<sizeof tpc.value + 1> value(field_text(tpc.value));
     print_error(wl_mode == 1 ? "MTK TPC FOR 5G : %s / %s\n" : "MTK TPC FOR 2G : %s / %s\n",

@@ -1,15 +1,13 @@
-#include "platform/wlmap.h"
 #include "platform/wps.h"
+#include "src/driver/object.h"
 #include "src/host/radios.h"
 #include "src/support/command.h"
-#include "src/wps/driver_object.h"
+#include "src/wlmap/ifname.h"
 #include "src/wps/state_code.h"
 
 using namespace platform;
 
 namespace {
-
-using IfName = TextCopy<PLATFORM_IFNAME_SIZE>;
 
 // The named interface, or the main interface of every radio in list order.
 template <class Step>
@@ -18,8 +16,7 @@ void for_interfaces(const char* ifname, Step step) {
         step(ifname);
         return;
     }
-    for (const int32_t wl_mode : RadioList())
-        step(IfName(get_wl_ifname_by_wlmode(wl_mode)).c_str());
+    for (const int32_t wl_mode : RadioList()) step(IfName::main(wl_mode).c_str());
 }
 
 // 802.1X and WPS exclude each other.
@@ -86,7 +83,7 @@ int running_state(const char* ifname, uint32_t* raw) {
 // The state of a run on all radios: the first that has an outcome decides.
 int running_state_of_all(uint32_t* raw) {
     for (const int32_t wl_mode : RadioList()) {
-        const int state = running_state(IfName(get_wl_ifname_by_wlmode(wl_mode)).c_str(), raw);
+        const int state = running_state(IfName::main(wl_mode).c_str(), raw);
         if (state != WPS_STATE_RUNNING) return state;
     }
     return WPS_STATE_RUNNING;
@@ -113,14 +110,6 @@ int wireless_wps_stop(const char* ifname) {
     return 1;
 }
 
-int wireless_update_wps() {
-    return 0;
-}
-
-int wireless_set_wps_led(const char*, int) {
-    return 0;
-}
-
 int wireless_get_wps_status(const char* ifname, uint32_t* raw) {
     TextBuffer<64> key;
     key.put("wps_status.").put(ifname != nullptr ? ifname : "both");
@@ -132,7 +121,7 @@ int wireless_get_wps_status(const char* ifname, uint32_t* raw) {
 
 int wireless_get_wps_configured_ifname(char* ifname) {
     for (const int32_t wl_mode : RadioList()) {
-        const IfName name(get_wl_ifname_by_wlmode(wl_mode));
+        const IfName name = IfName::main(wl_mode);
         if (wps_query_status(name.c_str(), nullptr) != WPS_STATE_CONFIGURED) continue;
         if (ifname != nullptr) copy_text({ifname, PLATFORM_IFNAME_SIZE}, name.view());
         return 1;

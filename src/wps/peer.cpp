@@ -2,9 +2,9 @@
 
 #include "platform/records.h"
 #include "platform/wps.h"
+#include "src/driver/object.h"
 #include "src/support/message.h"
 #include "src/support/text.h"
-#include "src/wps/driver_object.h"
 #include "src/wps/state_code.h"
 
 using namespace platform;

@@ -1,10 +1,10 @@
 #include <string_view>
 
 #include "platform/wps.h"
+#include "src/driver/object.h"
 #include "src/support/number.h"
 #include "src/support/split.h"
 #include "src/support/text.h"
-#include "src/wps/driver_object.h"
 
 using namespace platform;
 

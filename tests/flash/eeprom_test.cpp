@@ -1,10 +1,6 @@
-// Calibration data: its check, the image that is installed, the copy for the driver; the start of
-// the platform.
+// Calibration data: its check, the image that is installed, the copy for the driver.
 #include <sys/stat.h>
 #include <cerrno>
-
-#include <iterator>
-#include <set>
 
 #include "board/live/tree.h"
 #include "platform/flash.h"
@@ -218,72 +214,6 @@ TEST_F(Eeprom, TheDriversFileIsOpenedWhetherOrNotThePartitionCanBeRead) {
         expected.insert(expected.end(), {kNoFactory, "out Can't open /lib/firmware/" + name});
     }
     EXPECT_EQ(expected, journal());
-}
-
-class PlatformStart : public harness::Board {
-protected:
-    PlatformStart() {
-        write("/proc/mtd", "dev: size erasesize name\nmtd3: 00009000 00020000 \"Factory\"\n");
-        write("/dev/mtd3", image_);
-        write(kImage, image_);
-        write("/lib/firmware/other", "");
-        write(kPins, "");
-    }
-
-    // All modules' commands behind the lines, with what is found of those that failed.
-    static Lines inserting(Lines lines, const Lines& findings = {}) {
-        for (const std::string name : module_list) {
-            lines.push_back("$2 insmod " + name);
-            for (const std::string& finding : findings)
-                if (finding.starts_with(name + ' '))
-                    lines.insert(lines.end(), {"err insmod " + name + " ==> Failed",
-                                               "$2 ls " + name, "err " + finding});
-        }
-        return lines;
-    }
-
-    static constexpr const char* kPins = "/sys/devices/platform/10005000.pinctrl/mt_gpio";
-    const std::string image_ = std::string(0x9000, '\x22');
-};
-
-TEST_F(PlatformStart, LoadsEveryModuleOnceInOrderAndInstallsTheDefaultImageOverErasedFlash) {
-    EXPECT_EQ(0, init_mt7622());
-    EXPECT_EQ(inserting({"mkdir /tmp/eeprom 0744"}), journal());
-    EXPECT_TRUE(read(kDriverFile) == image_);
-    EXPECT_EQ("mode 22 1", read(kPins).substr(0, 9));
-    write("/dev/mtd3", std::string(0x9000, '\xFF'));
-    clear_journal();
-    EXPECT_EQ(0, init_mt7622());
-    EXPECT_EQ(Lines{image_}, inputs());
-    EXPECT_EQ(inserting({"mkdir /tmp/eeprom 0744", kTool, kInstalled}), journal());
-}
-
-TEST_F(PlatformStart, ReportsAModuleThatFailsAndLoadsTheNext) {
-    answer("insmod ecb.ko", 1);
-    answer("insmod mt_whnat.ko", 1);
-    answer("ls mt_whnat.ko", 2);
-    EXPECT_EQ(0, init_mt7622());
-    const Lines findings = {"ecb.ko exist", "mt_whnat.ko not exist"};
-    EXPECT_EQ(inserting({"mkdir /tmp/eeprom 0744"}, findings), journal());
-}
-
-TEST_F(PlatformStart, GoesOnWhenNothingIsInItsPlace) {
-    for (const char* path : {"/proc/mtd", "/lib/firmware", "/etc_ro", "/etc/wireless", kPins})
-        remove(path);
-    fail_nth("mkdir", 1);
-    EXPECT_EQ(0, init_mt7622());
-    EXPECT_EQ(
-        inserting({kNoTable, kNoImage, kNoTable, kNoFactory, "out Can't open /lib/firmware/"}),
-        journal());
-}
-
-TEST(ModuleList, Names105FilesOnce) {
-    const std::set<std::string> names(std::begin(module_list), std::end(module_list));
-    EXPECT_EQ(105u, names.size());
-    std::string sample;
-    for (const int i : {0, 29, 58, 74, 99, 104}) sample += std::string(" ") + module_list[i];
-    EXPECT_EQ(" crc-ccitt.ko sdhci-pltfm.ko ohci-platform.ko usblp.ko ebtable_nat.ko mt_whnat.ko",
-              sample);
 }
 
 }  // namespace

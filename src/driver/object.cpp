@@ -1,4 +1,4 @@
-#include "src/wps/driver_object.h"
+#include "src/driver/object.h"
 
 #include <linux/sockios.h>
 #include <linux/wireless.h>
@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <string_view>
 
-#include "platform/wps.h"
 #include "src/support/descriptor.h"
 #include "src/support/heap.h"
 #include "src/support/text.h"

@@ -1,4 +1,4 @@
-#include "src/wireless/driver_stats.h"
+#include "src/driver/stats.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "src/wireless/driver_file.h"
+#include "src/driver/answer.h"
 
 #include <sys/stat.h>
 

@@ -3,6 +3,8 @@
 
 #include <stdint.h>
 
+#include "platform/wps.h"
+
 namespace platform {
 
 inline constexpr uint16_t kOidWscStatus = 0x0751;      // u32
