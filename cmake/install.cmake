@@ -6,8 +6,7 @@ set(share_dir ${CMAKE_INSTALL_DATADIR}/${PROJECT_NAME})
 
 install(TARGETS ${INSTALLED_PLATFORM} EXPORT platform-targets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-        INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(DIRECTORY include/platform DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(EXPORT platform-targets NAMESPACE platform:: DESTINATION ${package_dir})
 
 configure_package_config_file(cmake/platform-config.cmake.in platform-config.cmake
@@ -20,7 +19,7 @@ install(FILES ${PROJECT_BINARY_DIR}/platform-config.cmake
 install(FILES ${PROJECT_BINARY_DIR}/platform.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 # The functions that a host must define: its build can hold itself to the list.
-install(FILES tests/surface/host.txt DESTINATION ${share_dir} RENAME host-functions.txt)
+install(FILES ${host_functions} DESTINATION ${share_dir} RENAME host-functions.txt)
 install(FILES docs/platform.3 DESTINATION ${CMAKE_INSTALL_MANDIR}/man3)
 
 if(TARGET boardctl)

@@ -6,7 +6,8 @@ function(make_shipped_library library)
   if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_GREATER_EQUAL 12)
     set(level 3)
   endif()
-  target_compile_options(${library} PRIVATE -D_FORTIFY_SOURCE=${level})
+  target_compile_options(${library} PRIVATE
+    $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=${level}>)  # it takes an optimising compiler
   target_link_options(${library} PRIVATE -Wl,-z,now)
 endfunction()
 

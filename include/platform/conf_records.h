@@ -9,14 +9,7 @@
  */
 #pragma once
 
-#include <assert.h>
-#include <stddef.h>
 #include <stdint.h>
-
-/* Hold a record to its layout, member by member and whole. */
-#define PLATFORM_AT(type, member, offset) \
-    static_assert(offsetof(type, member) == (offset), #type "." #member)
-#define PLATFORM_SIZE(type, size) static_assert(sizeof(type) == (size), #type)
 
 enum {
     PLATFORM_BSS_MAX = 4,         /* BSSs of one radio */
@@ -34,7 +27,6 @@ struct channel_spec {
     int32_t reserved;
     int32_t bandwidth_mhz; /* 20, 40 or 80; 0 as stored */
 };
-PLATFORM_SIZE(struct channel_spec, 20);
 
 /* Codes of wireless_conf.auth_mode and apcli_auth_mode. */
 enum wireless_auth {
@@ -127,59 +119,6 @@ struct wireless_conf {
     uint8_t reserved8[4];
     int32_t stream_count; /* R: spatial streams, 0 = leave as is */
 };
-PLATFORM_SIZE(struct wireless_conf, 1232);
-PLATFORM_AT(struct wireless_conf, enabled, 0);
-PLATFORM_AT(struct wireless_conf, ssid, 12);
-PLATFORM_AT(struct wireless_conf, wireless_mode, 140);
-PLATFORM_AT(struct wireless_conf, channel, 144);
-PLATFORM_AT(struct wireless_conf, ext_channel, 148);
-PLATFORM_AT(struct wireless_conf, channel_rest, 152);
-PLATFORM_AT(struct wireless_conf, ssid_broadcast, 164);
-PLATFORM_AT(struct wireless_conf, auth_mode, 168);
-PLATFORM_AT(struct wireless_conf, encryption, 172);
-PLATFORM_AT(struct wireless_conf, wep_default_key, 196);
-PLATFORM_AT(struct wireless_conf, wep_key_format, 200);
-PLATFORM_AT(struct wireless_conf, wep_key, 204);
-PLATFORM_AT(struct wireless_conf, wpa_psk, 312);
-PLATFORM_AT(struct wireless_conf, tx_power, 432);
-PLATFORM_AT(struct wireless_conf, bg_protection, 436);
-PLATFORM_AT(struct wireless_conf, tx_preamble, 440);
-PLATFORM_AT(struct wireless_conf, rts_threshold, 444);
-PLATFORM_AT(struct wireless_conf, frag_threshold, 448);
-PLATFORM_AT(struct wireless_conf, tx_burst, 452);
-PLATFORM_AT(struct wireless_conf, tx_burst_slot_time, 456);
-PLATFORM_AT(struct wireless_conf, beacon_period, 460);
-PLATFORM_AT(struct wireless_conf, pkt_aggregate, 464);
-PLATFORM_AT(struct wireless_conf, short_slot, 468);
-PLATFORM_AT(struct wireless_conf, apcli_enable, 472);
-PLATFORM_AT(struct wireless_conf, apcli_ssid, 476);
-PLATFORM_AT(struct wireless_conf, apcli_bssid, 604);
-PLATFORM_AT(struct wireless_conf, apcli_auth_mode, 624);
-PLATFORM_AT(struct wireless_conf, apcli_encryption, 628);
-PLATFORM_AT(struct wireless_conf, apcli_wep_default_key, 632);
-PLATFORM_AT(struct wireless_conf, apcli_wep_key_format, 636);
-PLATFORM_AT(struct wireless_conf, apcli_wep_key, 640);
-PLATFORM_AT(struct wireless_conf, apcli_wpa_psk, 748);
-PLATFORM_AT(struct wireless_conf, apcli_wan, 856);
-PLATFORM_AT(struct wireless_conf, wwan_ifname, 860);
-PLATFORM_AT(struct wireless_conf, bandwidth, 932);
-PLATFORM_AT(struct wireless_conf, ht_rdg, 936);
-PLATFORM_AT(struct wireless_conf, no_forwarding, 940);
-PLATFORM_AT(struct wireless_conf, wmm_capable, 944);
-PLATFORM_AT(struct wireless_conf, apsd_capable, 948);
-PLATFORM_AT(struct wireless_conf, dtim_period, 956);
-PLATFORM_AT(struct wireless_conf, country_code, 968);
-PLATFORM_AT(struct wireless_conf, bss_index, 976);
-PLATFORM_AT(struct wireless_conf, wps_configured, 1016);
-PLATFORM_AT(struct wireless_conf, wps_enable, 1020);
-PLATFORM_AT(struct wireless_conf, wps_configured2, 1024);
-PLATFORM_AT(struct wireless_conf, dfs_enable, 1028);
-PLATFORM_AT(struct wireless_conf, igmp_snoop, 1032);
-PLATFORM_AT(struct wireless_conf, radius_server, 1052);
-PLATFORM_AT(struct wireless_conf, radius_key, 1084);
-PLATFORM_AT(struct wireless_conf, radius_port, 1212);
-PLATFORM_AT(struct wireless_conf, beamforming, 1220);
-PLATFORM_AT(struct wireless_conf, stream_count, 1228);
 
 /* Transmit power control of one band, part of hw_info. */
 struct hw_tpc {
@@ -187,14 +126,12 @@ struct hw_tpc {
     char value[128]; /* text for the driver's "tpc" setting */
     char duty[128];  /* text for the driver's "tpc_duty" setting */
 };
-PLATFORM_SIZE(struct hw_tpc, 260);
 
 /* One Wi-Fi LED, part of hw_info. */
 struct hw_wl_led {
     int32_t gpio;    /* pin, -1 none */
     char driven[16]; /* "gpio" for a plain pin */
 };
-PLATFORM_SIZE(struct hw_wl_led, 20);
 
 /* The hardware information block, get_si("hw"). Pins are -1 where the board has none. */
 struct hw_info {
@@ -216,23 +153,6 @@ struct hw_info {
     int32_t iptv_port;          /* user port index, -1 none */
     uint8_t reserved4[304];
 };
-PLATFORM_SIZE(struct hw_info, 1496);
-PLATFORM_AT(struct hw_info, switch_chip, 164);
-PLATFORM_AT(struct hw_info, tpc_2g.enable, 312);
-PLATFORM_AT(struct hw_info, tpc_2g.value, 316);
-PLATFORM_AT(struct hw_info, tpc_2g.duty, 444);
-PLATFORM_AT(struct hw_info, tpc_5g.enable, 648);
-PLATFORM_AT(struct hw_info, tpc_5g.value, 652);
-PLATFORM_AT(struct hw_info, tpc_5g.duty, 780);
-PLATFORM_AT(struct hw_info, usb_count, 940);
-PLATFORM_AT(struct hw_info, run_led_gpio, 1056);
-PLATFORM_AT(struct hw_info, reset_button_gpio, 1060);
-PLATFORM_AT(struct hw_info, wps_button_gpio, 1064);
-PLATFORM_AT(struct hw_info, wl_led, 1068);
-PLATFORM_AT(struct hw_info, usb_led_gpio, 1108);
-PLATFORM_AT(struct hw_info, lan_port_count, 1180);
-PLATFORM_AT(struct hw_info, wan_port_count, 1184);
-PLATFORM_AT(struct hw_info, iptv_port, 1188);
 
 /*
  * The software information block, get_si("sw"), holds two helper-BSS entries. The SSID's nominal
@@ -254,15 +174,12 @@ struct mac_filter_entry {
     uint8_t mac[6];   /* of the station */
     uint8_t reserved[14];
 };
-PLATFORM_SIZE(struct mac_filter_entry, 24);
-PLATFORM_AT(struct mac_filter_entry, mac, 4);
 
 /* Head of the MAC filter table of macdb_read(); its entries follow directly. */
 struct mac_filter_table {
     int32_t count; /* of the entries that follow */
     int32_t reserved;
 };
-PLATFORM_SIZE(struct mac_filter_table, 8);
 
 /* The vendor information element that the access points announce. */
 struct vendor_element {
@@ -271,8 +188,6 @@ struct vendor_element {
     uint8_t third[6];  /* behind the second */
     char text[16];     /* NUL-terminated when shorter */
 };
-PLATFORM_SIZE(struct vendor_element, 32);
-PLATFORM_AT(struct vendor_element, text, 16);
 
 /* One entry of the regulatory calibration table, which has REGULATED_EEPROM_ENTRIES of them. */
 struct regulated_eeprom_entry {
@@ -280,7 +195,6 @@ struct regulated_eeprom_entry {
     int32_t first;  /* byte before the colon of the driver's pair */
     int32_t second; /* byte behind it */
 };
-PLATFORM_SIZE(struct regulated_eeprom_entry, 12);
 enum { REGULATED_EEPROM_ENTRIES = 32 };
 
 /* Settings of the LEDs' silent hours. */
@@ -289,4 +203,3 @@ struct led_silent_control {
     uint32_t start_hour; /* 0 to 23, UTC */
     uint32_t end_hour;   /* the first that is not silent */
 };
-PLATFORM_SIZE(struct led_silent_control, 12);

@@ -11,7 +11,6 @@ struct port_setting {
     char speed[10]; /* state "1G", "100", "10" or "--"; setting "1000", "100", "10" */
     char duplex[10]; /* state "Full", "Half" or "--"; setting "full", "half" */
 };
-PLATFORM_SIZE(struct port_setting, 30);
 
 /* Counters of one Ethernet port. The host's record goes on behind them. */
 struct port_counters {
@@ -30,10 +29,6 @@ struct port_counters {
     uint64_t tx_multicast;  /* packets */
     uint64_t tx_collisions; /* of packets */
 };
-PLATFORM_SIZE(struct port_counters, 112);
-PLATFORM_AT(struct port_counters, rx_dropped, 40);
-PLATFORM_AT(struct port_counters, tx_packets, 72);
-PLATFORM_AT(struct port_counters, tx_collisions, 104);
 
 /* One address that the switch has learnt. */
 struct switch_mac_entry {
@@ -41,8 +36,6 @@ struct switch_mac_entry {
     uint8_t info;     /* low byte of the second address register */
     uint8_t port_map; /* bit p: learnt on switch port p */
 };
-PLATFORM_SIZE(struct switch_mac_entry, 8);
-PLATFORM_AT(struct switch_mac_entry, info, 6);
 
 /* A wired station, a node of the host's list. */
 struct wired_station {
@@ -53,10 +46,6 @@ struct wired_station {
     uint32_t user_port; /* that the station was learnt on */
     uint8_t reserved1[36];
 };
-PLATFORM_SIZE(struct wired_station, 64);
-PLATFORM_AT(struct wired_station, kind, 8);
-PLATFORM_AT(struct wired_station, mac, 12);
-PLATFORM_AT(struct wired_station, user_port, 24);
 
 /* The host's list of wired stations, zero before use. */
 struct wired_station_list {
@@ -65,6 +54,3 @@ struct wired_station_list {
     struct wired_station* first; /* null in an empty list */
     void* second;                /* the host's */
 };
-PLATFORM_SIZE(struct wired_station_list, 24);
-PLATFORM_AT(struct wired_station_list, first, 8);
-PLATFORM_AT(struct wired_station_list, second, 16);

@@ -26,19 +26,6 @@ struct station_entry {
     char ssid[128];     /* of its BSS, at most 32 bytes, the rest zero */
     uint8_t reserved4[4];
 };
-PLATFORM_SIZE(struct station_entry, 280);
-PLATFORM_AT(struct station_entry, wl_index, 52);
-PLATFORM_AT(struct station_entry, column3, 56);
-PLATFORM_AT(struct station_entry, column8, 60);
-PLATFORM_AT(struct station_entry, column9, 68);
-PLATFORM_AT(struct station_entry, column10, 72);
-PLATFORM_AT(struct station_entry, column9_v2, 80);
-PLATFORM_AT(struct station_entry, column10_v2, 88);
-PLATFORM_AT(struct station_entry, column6, 96);
-PLATFORM_AT(struct station_entry, column7, 100);
-PLATFORM_AT(struct station_entry, chain_best, 112);
-PLATFORM_AT(struct station_entry, chain, 116);
-PLATFORM_AT(struct station_entry, ssid, 148);
 
 enum { STATION_LIST_MAX = 128, STATION_LIST_TYPE = 19 };
 
@@ -49,9 +36,6 @@ struct station_list {
     char ifname[PLATFORM_IFNAME_SIZE];              /* in: main interface of the radio */
     struct station_entry entries[STATION_LIST_MAX]; /* in the order of the driver's table */
 };
-PLATFORM_SIZE(struct station_list, 35880);
-PLATFORM_AT(struct station_list, ifname, 8);
-PLATFORM_AT(struct station_list, entries, 40);
 
 /* ap_entry.flags */
 enum { AP_FLAG_WPS_PUSH_BUTTON = 1 };
@@ -70,17 +54,6 @@ struct ap_entry {
     uint32_t flags;                /* AP_FLAG_WPS_PUSH_BUTTON */
     struct vendor_element element; /* zero when it announces none */
 };
-PLATFORM_SIZE(struct ap_entry, 248);
-PLATFORM_AT(struct ap_entry, bssid, 128);
-PLATFORM_AT(struct ap_entry, channel, 168);
-PLATFORM_AT(struct ap_entry, signal, 188);
-PLATFORM_AT(struct ap_entry, rssi, 192);
-PLATFORM_AT(struct ap_entry, seen_at, 196);
-PLATFORM_AT(struct ap_entry, network_type, 200);
-PLATFORM_AT(struct ap_entry, encryption, 204);
-PLATFORM_AT(struct ap_entry, auth_mode, 208);
-PLATFORM_AT(struct ap_entry, flags, 212);
-PLATFORM_AT(struct ap_entry, element, 216);
 
 enum { AP_LIST_MAX = 256, AP_LIST_TYPE = 7 };
 
@@ -92,10 +65,6 @@ struct ap_list {
     uint64_t channel_check;               /* in: handed unchanged to the host's channel check */
     struct ap_entry entries[AP_LIST_MAX]; /* in the order of the survey's text */
 };
-PLATFORM_SIZE(struct ap_list, 63536);
-PLATFORM_AT(struct ap_list, ifname, 8);
-PLATFORM_AT(struct ap_list, channel_check, 40);
-PLATFORM_AT(struct ap_list, entries, 48);
 
 /* Radar detection of a 5 GHz radio. */
 struct dfs_info {
@@ -103,14 +72,12 @@ struct dfs_info {
     int32_t channel_moving_time; /* as the driver counts it */
     int32_t remaining;           /* of the moving time, never below 0 */
 };
-PLATFORM_SIZE(struct dfs_info, 12);
 
 /* How a WPS run is to start. */
 struct wps_start_request {
     int32_t use_pin; /* 0: push button */
     int32_t pin;     /* read only with use_pin */
 };
-PLATFORM_SIZE(struct wps_start_request, 8);
 
 /* States of a WPS run; -1 when the driver does not answer. */
 enum wps_state {
@@ -131,9 +98,3 @@ struct wsc_peer_info {
     char model_number[64];  /* as it names itself */
     char serial_number[64]; /* as it names itself */
 };
-PLATFORM_SIZE(struct wsc_peer_info, 328);
-PLATFORM_AT(struct wsc_peer_info, manufacturer, 8);
-PLATFORM_AT(struct wsc_peer_info, model_name, 72);
-PLATFORM_AT(struct wsc_peer_info, device_name, 136);
-PLATFORM_AT(struct wsc_peer_info, model_number, 200);
-PLATFORM_AT(struct wsc_peer_info, serial_number, 264);

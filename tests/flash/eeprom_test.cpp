@@ -187,9 +187,21 @@ TEST_F(Eeprom, TheDriverGetsTheFirst64KiBInAFileOfAPlainNameOfAtMost17Characters
 }
 
 TEST_F(Eeprom, TheDriversFileIsWholeOrNotThere) {
-    fail_nth("fwrite", 1);
-    EXPECT_EQ(-1, extract_eeprom());
-    EXPECT_EQ("(none)", read(kDriverFile));
+    for (const auto& [function, last] : {std::pair("fwrite", 1), std::pair("fclose", 3)}) {
+        fail_nth(function, last);  // the tables are closed before
+        EXPECT_EQ(-1, extract_eeprom()) << function;
+        EXPECT_EQ("(none)", read(kDriverFile));
+        fail_nth(function, last, EINTR);
+        EXPECT_EQ(0, extract_eeprom()) << function;
+        EXPECT_TRUE(read(kDriverFile) == flash_);
+    }
+}
+
+TEST_F(Eeprom, AnImageWhoseSizeCannotBeAskedIsRefused) {
+    for (const int nth : {1, 2}) {
+        fail_nth("lseek", nth);
+        expect_refused(image_);
+    }
 }
 
 TEST_F(Eeprom, TheDriversFileIsOpenedWhetherOrNotThePartitionCanBeRead) {

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include "platform/flash.h"
+#include "platform/switch.h"
 #include "tests/support/board.h"
 
 namespace {
@@ -46,9 +47,9 @@ TEST_F(Mtd, SizeIsThatOfTheFirstLineWithTheWholeName) {
 }
 
 TEST_F(Mtd, OpensTheDeviceWithTheFlagsAskedAndTellsAMissingTableFromAMissingName) {
-    for (const int flags : {O_RDONLY, O_RDWR}) {
+    for (const int flags : {O_RDONLY, O_RDWR, O_WRONLY | O_APPEND, O_RDWR | O_NONBLOCK | O_SYNC}) {
         const int device = mtd_open("Config", flags);
-        EXPECT_EQ(flags, fcntl(device, F_GETFL) & O_ACCMODE);
+        EXPECT_EQ(flags, fcntl(device, F_GETFL) & (O_ACCMODE | O_APPEND | O_NONBLOCK | O_SYNC));
         EXPECT_EQ(0, close(device));
     }
     for (const char* name : {"Config2", "Conf", "-option", "thirty characters and too long"})
@@ -96,6 +97,22 @@ TEST_F(Mtd, ReadsNothingWithoutADevice) {
     EXPECT_EQ(-1, mtd_readbuf(buffer.data(), 0, 4, "Config"));
     EXPECT_EQ("mtd_readbuf error Config:offset:00000000, n=-1,len=4\n", err());
     EXPECT_EQ("####", buffer);
+}
+
+// A process may have closed its standard input.
+TEST_F(Mtd, DescriptorZeroIsADevice) {
+    const int kept = dup(0);
+    close(0);
+    char byte = '#';
+    EXPECT_EQ(1, mtd_readbuf(&byte, 0, 1, "Config"));
+    EXPECT_EQ('0', byte);
+    EXPECT_EQ(0, mtd_open("Config", O_RDONLY));
+    EXPECT_EQ(0, close(0));
+    EXPECT_EQ(0, switch_ioctl_init());
+    EXPECT_EQ(0, fcntl(0, F_GETFD) ^ FD_CLOEXEC);
+    EXPECT_EQ(0, switch_ioctl_fini());
+    dup2(kept, 0);
+    close(kept);
 }
 
 TEST_F(Mtd, HandsTheToolExactlyTheBytesAsked) {

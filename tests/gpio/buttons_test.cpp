@@ -59,11 +59,11 @@ TEST(PinLine, HoldsTenNumbers) {
 }
 
 TEST_F(Buttons, ArePressedWhileTheLevelIsLow) {
-    for (const int reset : {0, 1})
+    for (const int reset : {0, 1, 2, -1, 256})
         for (const int wps : {0, 1}) {
             set(reset, wps);
-            EXPECT_EQ(1 - reset, pushed_reset_button());
-            EXPECT_EQ(1 - reset, platform_get_rst_button_pressed());
+            EXPECT_EQ(reset == 0, pushed_reset_button());
+            EXPECT_EQ(reset == 0, platform_get_rst_button_pressed());
             EXPECT_EQ(1 - wps, pushed_wps_button());
             EXPECT_EQ(1 - wps, platform_get_wps_button_pressed());
         }
@@ -72,7 +72,9 @@ TEST_F(Buttons, ArePressedWhileTheLevelIsLow) {
 TEST_F(Buttons, TheFirstWholeLineOfThePinCounts) {
     const std::string pressed = "62:1 0 0 0 0 0 0 0 0\n";
     const std::string released = "62:1 0 0 1 0 0 0 0 0\n";
-    const std::string other = "6:1 0 0 0 0 0 0 0 0\n162:1 0 0 0 0 0 0 0 0\n";
+    const std::string other =
+        "6:1 0 0 0 0 0 0 0 0\n162:1 0 0 0 0 0 0 0 0\n"
+        "190:1 0 0 0 0 0 0 0 0\n-62:1 0 0 0 0 0 0 0 0\n";
     const std::string longer = "6:1 " + std::string(251, '.');  // as much as is read at once
     for (const std::string& lines : {released + pressed, other + released, other,
                                      longer + pressed + released, std::string()}) {
@@ -84,6 +86,8 @@ TEST_F(Buttons, TheFirstWholeLineOfThePinCounts) {
           pressed.substr(0, pressed.size() - 1)}) {
         list(lines);
         EXPECT_EQ(1, pushed_reset_button()) << lines;
+        fail_nth("fgets", 3);  // a pressed button is not remembered
+        EXPECT_EQ(0, pushed_reset_button()) << lines;
     }
     write(kPinPath, pressed + pressed);
     EXPECT_EQ(0, pushed_reset_button());
@@ -119,7 +123,7 @@ TEST_F(Buttons, TheWpsButtonNamesItselfAfterEachPause) {
               journal());
 }
 
-// The library keeps its pins for the life of a process, so this has one of its own.
+// The library keeps its pins for the life of a process, so this has one of its own. Pin 0 is one.
 using PinCacheDeathTest = Buttons;
 TEST_F(PinCacheDeathTest, APinIsAskedForOnceAndAMissingOneAgain) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
@@ -129,9 +133,9 @@ TEST_F(PinCacheDeathTest, APinIsAskedForOnceAndAMissingOneAgain) {
         return get_si(name, block);
     };
     const harness::LibraryHook hook("get_si", note);
-    set(0, 0);
+    list("0:1 0 0 0 0 0 0 0 0\n63:1 0 0 0 0 0 0 0 0\n");
     const auto steps = [] {
-        for (const int pin : {-1, -1, 62, 99}) {
+        for (const int pin : {-1, -2, 0, 99}) {
             host().hw.reset_button_gpio = pin;
             asked += std::to_string(pushed_reset_button());
         }
@@ -146,24 +150,32 @@ TEST_F(PinCacheDeathTest, APinIsAskedForOnceAndAMissingOneAgain) {
 }
 
 TEST_F(Pins, OfLedsAndTheWpsButtonBecomeGpios) {
-    Lines written;
-    static Lines* lines;
-    lines = &written;
+    static Lines written;
     int (*const record)(const char*, const char*) = [](const char* path, const char* text) {
-        lines->push_back(path == std::string(kPinPath) ? text : path);
+        written.push_back(path == std::string(kPinPath) ? text : path);
         return -1;
     };
     const harness::LibraryHook hook("write_file", record);
-    EXPECT_EQ(0, init_gpio_after_insmod());
-    EXPECT_EQ((Lines{"mode 18 1", "mode 63 1", "mode 21 1", "mode 22 1"}), written);
-    written.clear();
-    std::strcpy(host().hw.wl_led[0].driven, "gpiO");
-    host().hw.run_led_gpio = -1;
-    EXPECT_EQ(0, init_gpio_after_insmod());
-    EXPECT_EQ((Lines{"mode 63 1", "mode 22 1"}), written);
-    written.clear();
-    host().hw.wps_button_gpio = host().hw.wl_led[1].gpio = -1;
-    EXPECT_EQ(0, init_gpio_after_insmod());
+    const struct {
+        int run, wps;
+        hw_wl_led first, second;
+        Lines expected;
+    } kRows[] = {
+        {18, 63, {21, "gpio"}, {22, "gpio"},  {"mode 18 1", "mode 63 1", "mode 21 1", "mode 22 1"}},
+        {0,  0,  {0, "gpio"},  {0, "gpio"},   {"mode 0 1", "mode 0 1", "mode 0 1", "mode 0 1"}    },
+        {-1, 63, {21, "gpiO"}, {22, "gpio"},  {"mode 63 1", "mode 22 1"}                          },
+        {18, -1, {21, "gpio"}, {22, "gpio2"}, {"mode 18 1", "mode 21 1"}                          },
+        {-1, -1, {-1, "gpio"}, {22, "gpi"},   {}                                                  },
+    };
+    for (const auto& [run, wps, first, second, expected] : kRows) {
+        host().hw.run_led_gpio = run;
+        host().hw.wps_button_gpio = wps;
+        host().hw.wl_led[0] = first;
+        host().hw.wl_led[1] = second;
+        written.clear();
+        EXPECT_EQ(0, init_gpio_after_insmod());
+        EXPECT_EQ(expected, written);
+    }
     EXPECT_EQ(0, init_gpio());
     EXPECT_EQ(Lines{}, written);
 }

@@ -35,21 +35,22 @@ private:
     std::unique_ptr<harness::LibraryHook> hook_;
 };
 
-// Run LED 18, Wi-Fi LEDs 21 and none, USB LEDs 23, none and 24; the radios' list is 1, 7, 0.
+// Run LED 0, Wi-Fi LEDs 0 and none, USB LEDs 23, none and 0; the radios' list is 1, 7, 0.
 TEST_F(Leds, AreDrivenByTheirPins) {
+    host().hw.run_led_gpio = host().hw.wl_led[0].gpio = 0;
     host().hw.wl_led[1].gpio = -1;
     std::strcpy(host().hw.wl_led[0].driven, "driver");
     host().hw.usb_count = 3;
-    host().hw.usb_led_gpio[2] = 24;
+    host().hw.usb_led_gpio[2] = 0;
     host().wl_modes = {1, 7, 0};
-    for (const int result : {turn_led(7, 1), turn_led(7, 5), turn_led(7, 0),
+    for (const int result : {turn_led(7, 1), turn_led(7, -256), turn_led(7, 0),
                              platform_run_led_control(1), platform_wl_led_control(2, 0),
                              platform_usb_led_control(0, 1), platform_all_usb_led_control(0)})
         EXPECT_EQ(3, result);
     EXPECT_EQ(7, platform_wl_led_control(1, 1));  // of another mode
     EXPECT_EQ(-1, platform_all_wl_led_control(1));
-    EXPECT_EQ((Lines{"out 7 0", "out 7 0", "out 7 1", "out 18 0", "out 21 1", "out 23 0",
-                     "out 23 1", "out 24 1", "out 21 0"}),
+    EXPECT_EQ((Lines{"out 7 0", "out 7 0", "out 7 1", "out 0 0", "out 0 1", "out 23 0", "out 23 1",
+                     "out 0 1", "out 0 0"}),
               written);
     written.clear();
     for (const int radio : {0, 3, -1}) EXPECT_EQ(-1, platform_wl_led_control(radio, 1));
@@ -73,14 +74,37 @@ TEST_F(Leds, OfThePortsAreTheSwitchs) {
     EXPECT_EQ(expected, journal());
 }
 
-TEST_F(Leds, BothRadiosAndNoUsb) {
+TEST_F(Leds, OfBothRadiosTheSecondOneAnswers) {
     EXPECT_EQ(3, platform_all_wl_led_control(0));
-    EXPECT_EQ((Lines{"out 21 1", "out 22 1"}), written);
-    host().hw.usb_count = 0;
-    EXPECT_EQ(0, platform_all_usb_led_control(1));
+    host().hw.wl_led[0].gpio = -1;
+    EXPECT_EQ(3, platform_all_wl_led_control(0));
+    EXPECT_EQ((Lines{"out 21 1", "out 22 1", "out 22 1"}), written);
     host().hw.run_led_gpio = -1;
     EXPECT_EQ(-1, platform_run_led_control(1));
-    EXPECT_EQ(2u, written.size());
+    EXPECT_EQ(3u, written.size());
+}
+
+// The number of LEDs is the host's; there is room for 18. One port is lit whatever the number.
+TEST_F(Leds, OfUsbAreAsManyAsThereAreAndRoomFor) {
+    host().hw.usb_led_gpio[17] = 5;
+    host().hw.lan_port_count = 77;  // behind the pins
+    const struct {
+        int count;
+        Lines expected;
+    } kRows[] = {
+        {-1,  {}                     },
+        {0,   {}                     },
+        {1,   {"out 23 0"}           },
+        {18,  {"out 23 0", "out 5 0"}},
+        {100, {"out 23 0", "out 5 0"}},
+    };
+    for (const auto& [count, expected] : kRows) {
+        host().hw.usb_count = count;
+        written.clear();
+        EXPECT_EQ(count, platform_all_usb_led_control(1));
+        EXPECT_EQ(expected, written) << count;
+        EXPECT_EQ(3, platform_usb_led_control(17, 1));
+    }
 }
 
 TEST_F(Leds, TheRunLedBlinksUnlessToldOtherwise) {
@@ -107,8 +131,8 @@ TEST_F(Leds, SilentHoursMayCrossMidnight) {
     // Mode, start, end, hours of silence from hour 0 on.
     for (const char* row : {"2 22 6 111111----------------11", "2 6 22 ------1111111111111111--",
                             "9 5 5 111111111111111111111111", "2 0 1 1-----------------------",
-                            "2 23 0 -----------------------1", "1 6 7 111111111111111111111111",
-                            "0 0 24 ------------------------"}) {
+                            "2147483649 23 0 -----------------------1",
+                            "1 6 7 111111111111111111111111", "0 0 24 ------------------------"}) {
         uint32_t mode, start, end;
         std::string silent, states;
         std::istringstream(row) >> mode >> start >> end >> silent;
@@ -144,11 +168,12 @@ TEST_F(Silence, IsAppliedWhenItChangesOrIsForced) {
     expect_update(0, 0, off);
     expect_update(0, 0, {});
     expect_update(1, 0, off);
-    expect_update(0, 2, on);
+    expect_update(0, 256, on);
+    expect_update(0, 256, {});
     expect_update(0, 1, on);
     expect_update(0, 1, {});
     answer("led_ctl update", 1);
-    expect_update(1, 1, on);
+    expect_update(-2, 1, on);
 }
 
 TEST_F(Silence, DoesNotReachTheFactoryTestMode) {

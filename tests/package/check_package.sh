@@ -28,11 +28,13 @@ host_by_pkg_config() {
     LD_LIBRARY_PATH=$(pkg-config --variable=libdir platform) "$scratch/host"
 }
 
+# host_by_cmake FOLDER OPTION...
 host_by_cmake() {
-    cmake -S "$here" -B "$scratch/cmake" -DCMAKE_C_COMPILER="$cc" \
-        -DCMAKE_PREFIX_PATH="$stage/usr" >/dev/null
-    cmake --build "$scratch/cmake" >/dev/null
-    ctest --test-dir "$scratch/cmake" --output-on-failure --no-tests=error | grep 'tests passed'
+    folder=$scratch/$1
+    shift
+    cmake -S "$here" -B "$folder" -DCMAKE_C_COMPILER="$cc" "$@" >/dev/null
+    cmake --build "$folder" >/dev/null
+    ctest --test-dir "$folder" --output-on-failure --no-tests=error | grep 'tests passed.* of 2$'
 }
 
 # A root that has of this machine what the package depends on and nothing else. What the package
@@ -72,7 +74,19 @@ levels=$(sed -n '/"command"/ { / -o \(src\|board\|boardctl\)\//s/.* \(-O[^ ]*\) 
 [ "$levels" = -O2 ] || fail "compiled with $levels"
 
 step the installed tree, by CMake
-host_by_cmake
+host_by_cmake installed -DCMAKE_PREFIX_PATH="$stage/usr"
+
+# A machine with a compiler and CMake is a machine on which nothing else is found.
+step the sources in a build of their own and in another project
+bare=--no-warn-unused-cli
+for package in GTest Python3 fmt nlohmann_json CLI11 benchmark PkgConfig; do
+    bare="$bare -DCMAKE_DISABLE_FIND_PACKAGE_$package=ON"
+done
+# shellcheck disable=SC2086
+{
+    cmake -S "$here/../.." -B "$scratch/alone" -DPLATFORM_BOARD=OFF $bare >/dev/null
+    host_by_cmake added -DSOURCES="$here/../.." -DBUILD_TESTING=ON $bare
+}
 
 step the installed tool, on a board of its own
 if grep -qF "$build" "$stage/usr/bin/boardctl"; then fail 'boardctl knows where it was built'; fi

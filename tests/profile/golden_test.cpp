@@ -51,6 +51,9 @@ TEST_F(DiskUpdates, TakeTheBrandFromTheModelName) {
         wsc_profile_update();
         for (const int wl_mode : {0, 1}) expect_keys(wl_mode, {"WscModelName" + row.substr(end)});
     }
+    host().pi.fill('x');
+    wsc_profile_update();
+    expect_keys(0, {"WscModelName=" + std::string(host().pi.size() - 1, 'x')});
 }
 
 TEST_F(DiskUpdates, WriteTheElementFourTimes) {
@@ -74,7 +77,7 @@ TEST_F(DiskUpdates, AddTheSettingsOfEasyMesh) {
 
 // Some settings of the second radio do not ask the list.
 TEST_F(DiskUpdates, OfEasyMeshReachARadioThatIsNotListed) {
-    host().easymesh = 1;
+    host().easymesh = 2;
     host().wl_modes = {0};
     mtk_profile_update_for_easymesh();
     expect_keys(1, {"AutoChannelSelect=3", "CountryRegionABand=13", "IgmpSnEnable", "HideSSID=0",

@@ -1,5 +1,6 @@
 // What each setting of the records writes.
 #include <sstream>
+#include <vector>
 
 #include "src/host/host.h"
 #include "tests/profile/sample_radios.h"
@@ -13,73 +14,123 @@ using Conf = wireless_conf;
 
 class ProfileKeys : public harness::SampleRadios {
 protected:
-    // A case: the field's value in each BSS, then the keys that follow. A key without "=" is not
-    // in the profile; the shipped one has WirelessMode=2, HT_TxStream=9; and
-    // ApCliKey1Str=left over.
-    void expect_cases(int32_t Conf::*field, std::initializer_list<const char*> cases) {
+    // The field's value in each BSS, and the keys that follow. A key without "=" is not in the
+    // profile; the shipped one has WirelessMode=2, HT_TxStream=9; and ApCliKey1Str=left over.
+    struct Case {
+        int32_t Conf::*field;
+        std::vector<int> values;
+        Lines keys;
+    };
+    void expect_cases(const std::vector<Case>& cases) {
         const board::State sample = host();
-        for (const char* text : cases) {
-            SCOPED_TRACE(text);
+        for (const auto& [field, values, keys] : cases) {
+            SCOPED_TRACE(testing::PrintToString(values));
             host() = sample;
             ship_profiles();
-            std::istringstream row(text);
-            std::string word;
-            std::getline(row, word, '|');
-            std::istringstream values(word);
-            size_t bss = 0;
-            for (int value; values >> value; ++bss) record(0, bss).*field = value;
-            radio(0).bss_count = static_cast<int>(bss);
+            for (size_t bss = 0; bss < values.size(); ++bss) record(0, bss).*field = values[bss];
+            radio(0).bss_count = static_cast<int>(values.size());
             apply(0);
-            while (std::getline(row, word, '|')) expect_keys(0, {word});
+            expect_keys(0, keys);
         }
         host() = sample;
     }
 };
 
 TEST_F(ProfileKeys, OfTheRadioFollowItsRecord) {
-    expect_cases(&Conf::wireless_mode,
-                 {"0|BasicRate|WirelessMode=2", "1|BasicRate=15|WirelessMode=0",
-                  "2|BasicRate=3|WirelessMode=1", "3|BasicRate=351|WirelessMode=4",
-                  "4|BasicRate=351|WirelessMode=6", "5|BasicRate=351|WirelessMode=7",
-                  "6|BasicRate=15|WirelessMode=9", "9|BasicRate=15|WirelessMode=8",
-                  "10|BasicRate=15|WirelessMode=14", "11|BasicRate=15|WirelessMode=14",
-                  "12|BasicRate|WirelessMode=2"});
-    expect_cases(&Conf::dfs_enable, {"1|CountryRegionABand=13|IEEE80211H=1|CountryCode=US",
-                                     "2|CountryRegionABand=7|IEEE80211H=0|CountryCode="});
-    expect_cases(&Conf::ext_channel, {"3|HT_EXTCHA=1;1;1;1", "2|HT_EXTCHA=0;0;0;0"});
-    expect_cases(
-        &Conf::bandwidth,
-        {"0|VHT_BW=0|HT_BW=1|HT_BSSCoexistence=1", "20|VHT_BW=0|HT_BW=0|HT_BSSCoexistence=0",
-         "40|VHT_BW=0|HT_BW=1|HT_BSSCoexistence=0", "80|VHT_BW=1|HT_BW=1|HT_BSSCoexistence=0"});
-    expect_cases(&Conf::beamforming, {"5|ETxBfEnCond=1|ITxBfEn=0|MUTxRxEnable=1",
-                                      "-6|ETxBfEnCond=0|ITxBfEn=1|MUTxRxEnable=0"});
-    expect_cases(&Conf::beacon_period, {"-2147483648|BeaconPeriod=-2147483648"});
-    expect_cases(&Conf::wps_enable, {"0 1|WscConfMode=0;0;0;0"});
-    expect_cases(
-        &Conf::apcli_encryption,
-        {"0|ApCliEncrypType=NONE|ApCliDefaultKeyID", "2|ApCliKey4Type=0|ApCliWPAPSK",
-         "3|ApCliEncrypType=TKIP|ApCliDefaultKeyID=2", "4|ApCliEncrypType=AES|ApCliKey1Type",
-         "-1|ApCliEncrypType|ApCliKey1Str=left over"});
+    record(0).apcli_encryption = WIRELESS_CIPHER_WEP2;
+    expect_cases({
+        {&Conf::wireless_mode,        {0},           {"BasicRate", "WirelessMode=2"}                            },
+        {&Conf::wireless_mode,        {1},           {"BasicRate=15", "WirelessMode=0"}                         },
+        {&Conf::wireless_mode,        {2},           {"BasicRate=3", "WirelessMode=1"}                          },
+        {&Conf::wireless_mode,        {3},           {"BasicRate=351", "WirelessMode=4"}                        },
+        {&Conf::wireless_mode,        {4},           {"BasicRate=351", "WirelessMode=6"}                        },
+        {&Conf::wireless_mode,        {5},           {"BasicRate=351", "WirelessMode=7"}                        },
+        {&Conf::wireless_mode,        {6},           {"BasicRate=15", "WirelessMode=9"}                         },
+        {&Conf::wireless_mode,        {9},           {"BasicRate=15", "WirelessMode=8"}                         },
+        {&Conf::wireless_mode,        {10},          {"BasicRate=15", "WirelessMode=14"}                        },
+        {&Conf::wireless_mode,        {11},          {"BasicRate=15", "WirelessMode=14"}                        },
+        {&Conf::wireless_mode,        {12},          {"BasicRate", "WirelessMode=2"}                            },
+        {&Conf::dfs_enable,           {1},           {"CountryRegionABand=13", "IEEE80211H=1", "CountryCode=US"}},
+        {&Conf::dfs_enable,           {2},           {"CountryRegionABand=7", "IEEE80211H=0", "CountryCode="}   },
+        {&Conf::dfs_enable,           {3},           {"IEEE80211H=0"}                                           },
+        {&Conf::ext_channel,          {3},           {"HT_EXTCHA=1;1;1;1"}                                      },
+        {&Conf::ext_channel,          {2},           {"HT_EXTCHA=0;0;0;0"}                                      },
+        {&Conf::ext_channel,          {-1},          {"HT_EXTCHA=0;0;0;0"}                                      },
+        {&Conf::bandwidth,            {0},           {"VHT_BW=0", "HT_BW=1", "HT_BSSCoexistence=1"}             },
+        {&Conf::bandwidth,            {20},          {"VHT_BW=0", "HT_BW=0", "HT_BSSCoexistence=0"}             },
+        {&Conf::bandwidth,            {40},          {"VHT_BW=0", "HT_BW=1", "HT_BSSCoexistence=0"}             },
+        {&Conf::bandwidth,            {80},          {"VHT_BW=1", "HT_BW=1", "HT_BSSCoexistence=0"}             },
+        {&Conf::bandwidth,            {160},         {"VHT_BW=0", "HT_BW=1"}                                    },
+        {&Conf::bandwidth,            {-1},          {"HT_BW=1"}                                                },
+        {&Conf::beamforming,          {5},           {"ETxBfEnCond=1", "ITxBfEn=0", "MUTxRxEnable=1"}           },
+        {&Conf::beamforming,          {-6},          {"ETxBfEnCond=0", "ITxBfEn=1", "MUTxRxEnable=0"}           },
+        {&Conf::channel,              {-1},          {"Channel=-1", "AutoChannelSelect=0"}                      },
+        {&Conf::beacon_period,        {-2147483648}, {"BeaconPeriod=-2147483648"}                               },
+        {&Conf::wps_enable,           {0, 1},        {"WscConfMode=0;0;0;0"}                                    },
+        {&Conf::apcli_wep_key_format, {1},           {"ApCliKey1Type=0"}                                        },
+        {&Conf::apcli_wep_key_format, {3},           {"ApCliKey1Type=1"}                                        },
+        {&Conf::apcli_encryption,     {0},           {"ApCliEncrypType=NONE", "ApCliDefaultKeyID"}              },
+        {&Conf::apcli_encryption,     {2},           {"ApCliKey4Type=0", "ApCliWPAPSK"}                         },
+        {&Conf::apcli_encryption,     {3},           {"ApCliEncrypType=TKIP", "ApCliDefaultKeyID=2"}            },
+        {&Conf::apcli_encryption,     {4},           {"ApCliEncrypType=AES", "ApCliKey1Type"}                   },
+        {&Conf::apcli_encryption,     {-1},          {"ApCliEncrypType", "ApCliKey1Str=left over"}              },
+    });
 }
 
 TEST_F(ProfileKeys, OfTheBsssFollowTheirRecords) {
-    expect_cases(&Conf::stream_count,
-                 {"2 0|HT_TxStream=2;2;|HT_RxStream=2;2;", "0 2|HT_TxStream=9;|HT_RxStream"});
-    expect_cases(&Conf::wmm_capable, {"0 1|WmmCapable=0;0;|APSDCapable=0;0;"});
-    expect_cases(&Conf::no_forwarding, {"0 1 2 3|NoForwarding=0;1;0;;", "-1|NoForwarding="});
-    expect_cases(&Conf::ssid_broadcast, {"0 1|HideSSID=1;0;|SSID2=net 1|SSID3"});
-    expect_cases(&Conf::auth_mode,
-                 {"0 1 2 3|AuthMode=OPEN;OPEN;SHARED;WEPAUTO;",
-                  "4 5 6 7|AuthMode=WPA;WPAPSK;OPEN;OPEN;|WscConfMode=0;0;0;0",
-                  "8 9 10|AuthMode=WPA2;WPA2PSK;WPAPSKWPA2PSK;", "9 4|WscConfMode=7;0;0;0",
-                  "11 12 -1|AuthMode=WPA1WPA2;OPEN;OPEN;"});
-    expect_cases(
-        &Conf::encryption,
-        {"0 1 2 3|EncrypType=NONE;WEP;WEP;TKIP;|DefaultKeyID=1;2;3;2;|Key1Str1|Key4Str3=wep 2 3",
-         "4 5 6 -1|EncrypType=AES;TKIPAES;NONE;NONE;|DefaultKeyID=2;2;3;4;|Key1Str4|WPAPSK4=psk "
-         "3"});
-    expect_cases(&Conf::wep_key_format, {"0 1 2|Key1Type=1;0;1;|Key4Type=1;0;1;"});
-    expect_cases(&Conf::radius_port, {"0 65535|RADIUS_Port=1812;65535;"});
+    expect_cases({
+        {&Conf::stream_count,   {2, 0},         {"HT_TxStream=2;2;", "HT_RxStream=2;2;"}                 },
+        {&Conf::stream_count,   {0, 2},         {"HT_TxStream=9;", "HT_RxStream"}                        },
+        {&Conf::stream_count,   {-1},           {"HT_TxStream=-1;"}                                      },
+        {&Conf::wmm_capable,    {0, 1},         {"WmmCapable=0;0;", "APSDCapable=0;0;"}                  },
+        {&Conf::no_forwarding,  {0, 1, 2, 3},   {"NoForwarding=0;1;0;;"}                                 },
+        {&Conf::no_forwarding,  {-1},           {"NoForwarding="}                                        },
+        {&Conf::ssid_broadcast, {0, 1},         {"HideSSID=1;0;", "SSID2=net 1", "SSID3"}                },
+        {&Conf::ssid_broadcast, {256, 0, 2},    {"HideSSID=0;1;0;"}                                      },
+        {&Conf::auth_mode,      {0, 1, 2, 3},   {"AuthMode=OPEN;OPEN;SHARED;WEPAUTO;"}                   },
+        {&Conf::auth_mode,      {4, 5, 6, 7},   {"AuthMode=WPA;WPAPSK;OPEN;OPEN;", "WscConfMode=0;0;0;0"}},
+        {&Conf::auth_mode,      {8, 9, 10},     {"AuthMode=WPA2;WPA2PSK;WPAPSKWPA2PSK;"}                 },
+        {&Conf::auth_mode,      {9, 4},         {"WscConfMode=7;0;0;0"}                                  },
+        {&Conf::auth_mode,      {11, 12, -1},   {"AuthMode=WPA1WPA2;OPEN;OPEN;"}                         },
+        {&Conf::encryption,
+         {0, 1, 2, 3},
+         {"EncrypType=NONE;WEP;WEP;TKIP;", "DefaultKeyID=1;2;3;2;"}                                      },
+        {&Conf::encryption,     {0, 1, 2, 3},   {"Key1Str1", "Key4Str3=wep 2 3"}                         },
+        {&Conf::encryption,
+         {4, 5, 6, -1},
+         {"EncrypType=AES;TKIPAES;NONE;NONE;", "DefaultKeyID=2;2;3;4;"}                                  },
+        {&Conf::encryption,     {4, 5, 6, -1},  {"Key1Str4", "WPAPSK4=psk 3"}                            },
+        {&Conf::wep_key_format, {0, 1, 2, 3},   {"Key1Type=1;0;1;1;", "Key4Type=1;0;1;1;"}               },
+        {&Conf::radius_port,    {0, 65535, -1}, {"RADIUS_Port=1812;65535;-1;"}                           },
+    });
+}
+
+// Any number but 0 is a yes.
+TEST_F(ProfileKeys, OfTwoConditionsLookAtBoth) {
+    static int is_8021x;
+    const harness::LibraryHook hook(
+        "wireless_check_8021x_enabled", +[](const wireless_conf*) { return is_8021x; });
+    const struct {
+        int first, second;
+        const char *snooping, *configured, *offered, *wmm, *apsd;
+    } kRows[] = {
+        {0,   0, "0;", "1;1;1;1", "0;0;0;0", "0;", "0;"},
+        {0,   2, "1;", "2;2;2;2", "7;0;0;0", "0;", "1;"},
+        {256, 0, "1;", "2;2;2;2", "0;0;0;0", "1;", "0;"},
+        {-1,  1, "1;", "2;2;2;2", "0;0;0;0", "1;", "1;"},
+    };
+    radio(0).bss_count = 1;
+    Conf& conf = record(0);
+    for (const auto& row : kRows) {
+        host().igmp_proxy = is_8021x = conf.wps_configured = conf.wmm_capable = row.first;
+        conf.igmp_snoop = conf.wps_enable = conf.wps_configured2 = conf.apsd_capable = row.second;
+        apply(0);
+        expect_keys(
+            0, {std::string("IgmpSnEnable=") + row.snooping,
+                std::string("WscConfStatus=") + row.configured,
+                std::string("WscConfMode=") + row.offered, std::string("WmmCapable=") + row.wmm,
+                std::string("APSDCapable=") + row.apsd});
+    }
 }
 
 TEST_F(ProfileKeys, CountryIsJapanInTwoCapitals) {
@@ -173,6 +224,11 @@ TEST_F(ProfileKeys, CalibrationOverrideListsTheEntriesInUse) {
         apply(0);
         expect_keys(0, {line});
     }
+    table = {
+        {{1, 0, 0}, {0, 9, 9}, {256, 0, 5}, {0, 9, 9}, {-1, 16, 0}}
+    };
+    apply(0);
+    expect_keys(0, {"EEPROM_OVERRIDE=00:00,00:05,10:00,"});
     write("/tmp/factory_default_mode", "on");
     apply(0);
     expect_keys(0, {"EEPROM_OVERRIDE"});
@@ -184,7 +240,7 @@ protected:
     // Applies so many entries, of which so many are listed.
     void expect_list(size_t count, size_t listed) {
         host().mac_filters[0].entries.assign(count, board::filter_entry("00:1a:ff:00:00:0e"));
-        if (count != 0) host().mac_filters[0].entries[0].inactive = -1;
+        if (count != 0) host().mac_filters[0].entries[0].inactive = count < 10 ? 256 : -1;
         std::string line = "AccessControlList0=";
         for (size_t i = 0; i < listed; ++i) line += "00:1A:FF:00:00:0E;";
         apply(0);
@@ -217,12 +273,20 @@ TEST_F(AccessKeys, WithoutMemoryStayForThatBssAlone) {
 }
 
 TEST_F(AccessKeys, WithoutATableAreEmpty) {
-    const auto no_table = +[](uint32_t, int) -> mac_filter_table* { return nullptr; };
+    static mac_filter_table negative = {-1, 0};
+    const auto no_table =
+        +[](uint32_t wl_index, int) { return wl_index == 0x10000 ? nullptr : &negative; };
     const harness::LibraryHook hook("macdb_read", no_table);
+    const harness::LibraryHook free_hook(
+        "macdb_free", +[](mac_filter_table*) {});
     radio(1).bss_count = 2;
     host().mac_filters[0x10001].policy = 1;
     apply(1);
-    expect_keys(1, {"AccessControlList1=", "AccessPolicy1=2"});
+    expect_keys(1, {"AccessControlList0=", "AccessControlList1=", "AccessPolicy1=2"});
+    host().easymesh = 2;
+    host().mac_filters[0x10001].policy = 0;
+    apply(1);
+    expect_keys(1, {"AccessPolicy1=2"});
 }
 
 }  // namespace

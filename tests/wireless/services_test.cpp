@@ -63,6 +63,9 @@ TEST_F(Services, LightTheLedOfARadio) {
         EXPECT_EQ(0, platform_wireless_set_led(ifname.c_str(), on));
         EXPECT_EQ("out " + pin + ' ' + level, read(kPinPath));
     }
+    host().radios[0].led_gpio = 0;
+    EXPECT_EQ(0, platform_wireless_set_led("ra0", 256));
+    EXPECT_EQ("out 0 0", read(kPinPath));
     write(kPinPath, "");
     host().radios[0].led_gpio = -1;
     EXPECT_EQ(0, platform_wireless_set_led("ra0", 1));
