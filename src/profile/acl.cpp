@@ -41,27 +41,13 @@ bool set_access_list(ProfileList& profile, int32_t wl_mode, int bss) {
     return true;
 }
 
-// "XX:XX:XX:XX:XX:XX;"
-void put_address(const uint8_t (&mac)[kMacSize], Text& list) {
-    constexpr const char* kDigits = "0123456789ABCDEF";
-    char text[3 * kMacSize];
-    char* out = text;
-    for (const uint8_t byte : mac) {
-        *out++ = kDigits[byte >> 4];
-        *out++ = kDigits[byte & 0xF];
-        *out++ = ':';
-    }
-    out[-1] = ';';
-    list.put({text, sizeof text});
-}
-
 }  // namespace
 
 int list_filter_addresses(std::span<const mac_filter_entry> entries, Text& list) {
     int count = 0;
     for (const mac_filter_entry& entry : entries) {
         if (entry.inactive != 0) continue;
-        put_address(entry.mac, list);
+        put_mac(entry.mac, ';', list);
         ++count;
         if (list.size() > kFullAcl) break;
     }
