@@ -101,7 +101,7 @@ void put_network(const char* line) {
 
 }  // namespace
 
-void read_stations() {
+int read_stations() {
     wireless_conf bss[PLATFORM_BSS_MAX];
     const int bss_count = read_all_mbss_conf("ra0", bss, PLATFORM_BSS_MAX);
     FILE* const file = fopen(kStationPath, "r");
@@ -109,38 +109,38 @@ void read_stations() {
     for (int i = 0; i < 2; ++i) fgets(line, sizeof line, file);
     stations.count = 0;
     while (fgets(line, sizeof line, file) != nullptr) put_station(line, bss, bss_count);
-    fclose(file);
+    return fclose(file);
 }
 
-void read_survey() {
+int read_survey() {
     FILE* const file = fopen(kSurveyPath, "r");
     char line[512];
     networks.count = 0;
     while (fgets(line, sizeof line, file) != nullptr) put_network(line);
-    fclose(file);
+    return fclose(file);
 }
 
-void find_name() {
+int find_name() {
     FILE* const file = fopen(kIndexPath, "r");
     char line[256];
     while (fgets(line, sizeof line, file) != nullptr)
         if (strcmp(strtok(line, "="), "INDEX1_ext_ifname") == 0) break;
-    fclose(file);
+    return fclose(file);
 }
 
-void find_pin() {
+int find_pin() {
     FILE* const file = fopen(kPinPath, "r");
     char line[256];
     int n[10];
     while (fgets(line, sizeof line, file) != nullptr)
         if (sscanf(line, "%d:%d%d%d%d%d%d%d%d%d", &n[0], &n[1], &n[2], &n[3], &n[4], &n[5], &n[6],
                    &n[7], &n[8], &n[9]) == 10 &&
-            n[0] == answers.button_pin)
+            n[0] == kButtonPin)
             break;
-    fclose(file);
+    return fclose(file);
 }
 
-void list_addresses() {
+int list_addresses() {
     const mac_filter_table* const table = macdb_read(0, 256);
     const auto* const entries = reinterpret_cast<const mac_filter_entry*>(table + 1);
     static char list[8192];
@@ -150,6 +150,7 @@ void list_addresses() {
         used += sprintf(list + used, "%02X:%02X:%02X:%02X:%02X:%02X;", mac[0], mac[1], mac[2],
                         mac[3], mac[4], mac[5]);
     }
+    return used;
 }
 
 }  // namespace bench

@@ -13,10 +13,10 @@ inline constexpr const char* kSurveyPath = "/tmp/survey";
 extern station_list stations;
 extern ap_list networks;
 
-void read_stations();
-void read_survey();
-void find_name();
-void find_pin();
-void list_addresses();
+int read_stations();
+int read_survey();
+int find_name();
+int find_pin();
+int list_addresses();
 
 }  // namespace bench

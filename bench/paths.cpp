@@ -9,10 +9,10 @@
 #include <net/if.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
-#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -31,11 +31,9 @@
 namespace bench {
 namespace {
 
-constexpr const char* kAnyRadio = "ra0";
 constexpr const char* kCopy = "/libplatform.so";  // this program has the library itself already
 
 int amount = 0;  // of units that the prepared work has
-std::string library;
 
 std::string station_table(int rows) {
     std::string text = "ra0       get_mac_table:\nV2 MAC AID PSM AUTH RSSI\n";
@@ -87,13 +85,12 @@ void prepare_board() {
     write_file("/proc/mtd", "dev: size erasesize name\nmtd0: 00010000 00001000 \"Factory\"\n");
     write_file("/dev/mtd0", std::string(0x10000, 'c'));
     write_file("/lib/firmware/eeprom.bin", "");
-    std::strcpy(stations.ifname, "ra0");
-    std::strcpy(networks.ifname, "ra0");
-    answers.button_pin = 999;
 }
 
-void repeat(void (*once)()) {
-    for (int i = 0; i < amount; ++i) once();
+int load(const std::string& path) {
+    void* const loaded = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (loaded == nullptr || dlclose(loaded) != 0) give_up(path.c_str());
+    return 0;
 }
 
 // As many accesses as the library makes, with nothing around them.
@@ -107,25 +104,34 @@ void request_registers(int count) {
     }
 }
 
-void walk_addresses() {
-    static switch_mac_entry entries[2048];
-    if (mt753x_get_all_macentry(entries, amount, 0x7F) != amount) give_up("addresses are missing");
-}
+port_counters counters;
+switch_mac_entry entries[2048];
 
-void walk_bare() {
-    for (int i = 0; i < amount; ++i) {
-        request_registers(5);
-        usleep(1000);
+struct Library {
+    static int stations() { return wireless_api_get_station_list(&bench::stations); }
+    static int survey() { return platform_wireless_api_get_ap_list(&networks); }
+    static int name() { return *get_wl_ifname(0x10002); }
+    static int apply() { return platform_set_wireless(nullptr, "ra0"); }
+    static int filter() { return wireless_apply_macauth(0); }
+    static int walk() {
+        const int found = mt753x_get_all_macentry(entries, 2048, 0x7F);
+        if (found != answers.switch_entries) give_up("addresses are missing");
+        return found;
     }
-}
+    static int port() { return get_eport_stat(1, &counters); }
+    static int command() { return rt61_wireless_api_clear_station_info("ra0"); }
+    static int load() { return bench::load(in_tree(kCopy)); }
+};
 
-void read_counters() {
-    static port_counters counters;
-    repeat([] { get_eport_stat(1, &counters); });
-}
-
-void counters_bare() {
-    repeat([] {
+struct Bare {
+    static int walk() {
+        for (int i = 0; i < answers.switch_entries; ++i) {
+            request_registers(5);
+            usleep(1000);
+        }
+        return 0;
+    }
+    static int port() {
         hw_info hw;
         const intptr_t lock = lock_file("switch");
         get_si("hw", &hw);
@@ -133,48 +139,64 @@ void counters_bare() {
         const int socket = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
         request_registers(13);
         close(socket);
-        unlock_file(lock);
-    });
-}
-
-void form_commands() {
-    repeat([] {
+        return unlock_file(lock);
+    }
+    static int command() {
         char command[256];
         std::snprintf(command, sizeof command, "/sbin/iwpriv %s set ResetCounter=1", "ra0");
-        if (std::system(command) != 0) give_up(command);
-    });
-}
-
-void start() {
-    repeat([] { init_mt7622(); });
-}
-
-void load_modules() {
-    repeat([] {
+        return std::system(command);
+    }
+    static int start() {
         char command[128];
         for (const char* const module : module_list) {
             std::snprintf(command, sizeof command, "insmod %s", module);
             system2("%s", command);
         }
-    });
-}
+        return 0;
+    }
+    static int load() { return bench::load(EMPTY_LIBRARY); }
+};
 
-void load(const std::string& path) {
-    void* const loaded = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (loaded == nullptr || dlclose(loaded) != 0) give_up(path.c_str());
-}
+using Work = int (*)();
 
-void load_library() {
-    repeat([] { load(in_tree(kCopy)); });
-}
+// One call does all units where a table or an answer of that many was prepared for it.
+struct Path {
+    const char* name;
+    const char* unit;
+    int units;
+    std::string (*table)(int units);
+    const char* file;  // where the table is
+    int Answers::*answer;
+    Work library;
+    Work ordinary;
+};
 
-void load_empty() {
-    repeat([] { load(EMPTY_LIBRARY); });
-}
+int Answers::*const kNone = nullptr;
+int Answers::*const kBss = &Answers::bss_count;
+int Answers::*const kFilter = &Answers::filter_addresses;
+int Answers::*const kEntries = &Answers::switch_entries;
 
-void look_at_bytes(const char* path) {
+const Path kPaths[] = {
+    {"station list",   "station", 64,   station_table, kStationPath, kNone,    Library::stations,
+     read_stations                                                                                                },
+    {"survey list",    "network", 128,  survey_table,  kSurveyPath,  kNone,    Library::survey,     read_survey   },
+    {"button pin",     "line",    64,   pin_file,      kPinPath,     kNone,    pushed_reset_button, find_pin      },
+    {"interface name", "line",    64,   index_file,    kIndexPath,   kNone,    Library::name,       find_name     },
+    {"filter list",    "address", 100,  nullptr,       nullptr,      kFilter,  Library::apply,      list_addresses},
+    {"filter command", "address", 100,  nullptr,       nullptr,      kFilter,  Library::filter,     list_addresses},
+    {"radio apply",    "BSS",     2,    nullptr,       nullptr,      kBss,     Library::apply,      nullptr       },
+    {"address table",  "entry",   1000, nullptr,       nullptr,      kEntries, Library::walk,       Bare::walk    },
+    {"port counters",  "call",    8,    nullptr,       nullptr,      kNone,    Library::port,       Bare::port    },
+    {"command",        "call",    8,    nullptr,       nullptr,      kNone,    Library::command,    Bare::command },
+    {"start",          "call",    1,    nullptr,       nullptr,      kNone,    init_mt7622,         Bare::start   },
+    {"load",           "call",    1,    nullptr,       nullptr,      kNone,    Library::load,       Bare::load    },
+};
+
+const Path* at = nullptr;
+
+int look_at_bytes() {
     static char bytes[65536];
-    FILE* const file = fopen(path, "r");
+    FILE* const file = fopen(at->file, "r");
     const size_t size = std::fread(bytes, 1, sizeof bytes, file);
     std::fclose(file);
     int lines = 0;
@@ -182,143 +204,71 @@ void look_at_bytes(const char* path) {
         asm volatile("" : "+r"(lines));  // one byte after the other, not sixteen
         lines += bytes[i] == '\n';
     }
+    return lines;
 }
 
-void prepare_nothing() {}
-void prepare_stations() {
-    answers.bss_count = 4;
-    write_file(kStationPath, station_table(amount));
-}
-void prepare_survey() {
-    write_file(kSurveyPath, answers.survey = survey_table(amount));
-}
-void prepare_pins() {
-    write_file(kPinPath, pin_file(amount));
-}
-void prepare_index() {
-    write_file(kIndexPath, index_file(amount));
-}
-void prepare_filter() {
-    answers.bss_count = 1;
-    answers.filter_addresses = amount;
-}
-void prepare_radio() {
-    answers.bss_count = amount;
-    answers.filter_addresses = 0;
-}
-void prepare_load() {
-    write_file(kCopy, library);
+void prepare(int units) {
+    amount = units;
+    answers = {};
+    if (at->table != nullptr) answers.bss_count = PLATFORM_BSS_MAX;
+    if (at->answer != nullptr) answers.*at->answer = units;
+    if (at->table != nullptr) write_file(at->file, answers.survey = at->table(units));
 }
 
-void list_stations() {
-    wireless_api_get_station_list(&stations);
-}
-void list_networks() {
-    platform_wireless_api_get_ap_list(&networks);
-}
-void ask_button() {
-    pushed_reset_button();
-}
-void ask_name() {
-    get_wl_ifname(0x10002);
-}
-void apply_radio() {
-    platform_set_wireless(nullptr, kAnyRadio);
-}
-void apply_filter() {
-    wireless_apply_macauth(0);
-}
-void clear_stations() {
-    repeat([] { rt61_wireless_api_clear_station_info(kAnyRadio); });
+void run(Work work) {
+    const bool at_once = at->table != nullptr || at->answer != nullptr;
+    for (int left = at_once ? 1 : amount; left > 0; --left) work();
 }
 
-struct Path {
-    const char* name;
-    const char* unit;
-    int units;
-    void (*prepare)();
-    void (*library)();
-    void (*ordinary)();
-    const char* text;  // the file whose bytes are looked at
-};
-
-constexpr Path kPaths[] = {
-    {"station list",   "station", 64,   prepare_stations, list_stations,  read_stations,  kStationPath},
-    {"survey list",    "network", 128,  prepare_survey,   list_networks,  read_survey,    kSurveyPath },
-    {"button pin",     "line",    64,   prepare_pins,     ask_button,     find_pin,       kPinPath    },
-    {"interface name", "line",    64,   prepare_index,    ask_name,       find_name,      kIndexPath  },
-    {"filter list",    "address", 100,  prepare_filter,   apply_radio,    list_addresses, nullptr     },
-    {"filter command", "address", 100,  prepare_filter,   apply_filter,   list_addresses, nullptr     },
-    {"radio apply",    "BSS",     2,    prepare_radio,    apply_radio,    nullptr,        nullptr     },
-    {"address table",  "entry",   1000, prepare_nothing,  walk_addresses, walk_bare,      nullptr     },
-    {"port counters",  "call",    8,    prepare_nothing,  read_counters,  counters_bare,  nullptr     },
-    {"command",        "call",    8,    prepare_nothing,  clear_stations, form_commands,  nullptr     },
-    {"start",          "call",    1,    prepare_nothing,  start,          load_modules,   nullptr     },
-    {"load",           "call",    1,    prepare_load,     load_library,   load_empty,     nullptr     },
-};
-
-// Only ways that come to the same records can be compared.
-void expect_same_records() {
-    for (const Path& path : {kPaths[0], kPaths[1]}) {
-        amount = 2 * path.units;
-        path.prepare();
-        path.library();
-        const auto list = std::make_unique<station_list>(stations);
-        const auto other = std::make_unique<ap_list>(networks);
-        path.ordinary();
-        if (std::memcmp(list.get(), &stations, sizeof stations) != 0 ||
-            std::memcmp(other.get(), &networks, sizeof networks) != 0)
-            give_up("the ways come to different records");
+template <class List>
+void expect_same_records(const Path& path, List& list) {
+    at = &path;
+    prepare(2 * path.units);
+    const auto of_library = std::make_unique<List>();
+    for (const Work work : {path.library, path.ordinary}) {
+        list = {};
+        std::strcpy(list.ifname, "ra0");
+        work();
+        if (work == path.library) *of_library = list;
     }
-    if (stations.count != 128 || networks.count != 256) give_up("rows are missing");
+    if (list.count != static_cast<uint32_t>(amount) || list.count != of_library->count ||
+        std::memcmp(list.entries, of_library->entries, sizeof list.entries) != 0)
+        give_up("the ways come to different records");
 }
 
 // What a first call sets up once is not the path's.
-template <class Work, class Measure>
-void measure_twice(const Path& path, Work work, Measure measure) {
+template <class Measure>
+void measure_twice(Work work, Measure measure) {
     for (const int factor : {1, 2}) {
-        amount = factor * path.units;
-        path.prepare();
-        work();
+        prepare(factor * at->units);
+        run(work);
         measure();
     }
 }
 
-double seconds(void (*work)()) {
-    timespec now[2];
-    clock_gettime(CLOCK_MONOTONIC, &now[0]);
-    work();
-    clock_gettime(CLOCK_MONOTONIC, &now[1]);
-    return static_cast<double>(now[1].tv_sec - now[0].tv_sec) +
-           static_cast<double>(now[1].tv_nsec - now[0].tv_nsec) * 1e-9;
-}
-
-const Path* at = nullptr;
-
-void read_bytes() {
-    look_at_bytes(at->text);
-}
-
-void count(const char* way, void (*work)()) {
-    if (work == nullptr) return;
-    measure_twice(*at, work, [work] {
+void count(const char* way, Work work) {
+    measure_twice(work, [work] {
         syscall(kStart);
-        work();
+        run(work);
         syscall(kStop);
     });
     std::printf("%s\t%s\t%s\t%d\n", at->name, at->unit, way, at->units);
 }
 
 // The least of many: the one that nobody disturbed.
-void time_work(const char* way, void (*work)()) {
-    if (work == nullptr) return;
-    double least[2] = {1e9, 1e9};
-    measure_twice(*at, work, [&] {
-        double& shortest = least[amount / at->units - 1];
-        for (int i = 0; i < 200; ++i) shortest = std::min(shortest, seconds(work));
+void time_work(const char* way, Work work) {
+    using Clock = std::chrono::steady_clock;
+    Clock::duration least[2] = {Clock::duration::max(), Clock::duration::max()};
+    measure_twice(work, [&] {
+        auto& shortest = least[amount / at->units - 1];
+        for (int i = 0; i < 200; ++i) {
+            const auto before = Clock::now();
+            run(work);
+            shortest = std::min(shortest, Clock::now() - before);
+        }
     });
-    std::printf("%-16s %-10s %-10s %10.0f ns\n", at->name, at->unit, way,
-                (least[1] - least[0]) / at->units * 1e9);
+    const std::chrono::duration<double, std::nano> more = least[1] - least[0];
+    std::printf("%-16s %-10s %-10s %10.0f ns\n", at->name, at->unit, way, more.count() / at->units);
 }
 
 }  // namespace
@@ -332,16 +282,18 @@ int main(int count, char** arguments) {
         return 2;
     }
     const auto measure = mode == "--count" ? bench::count : time_work;
-    std::ifstream image(PLATFORM_LIBRARY);
-    library.assign(std::istreambuf_iterator<char>(image), {});
+    std::ifstream library(PLATFORM_LIBRARY);
+    const std::string image(std::istreambuf_iterator<char>(library), {});
     make_tree();
     prepare_board();
-    expect_same_records();
+    write_file(kCopy, image);
+    expect_same_records(kPaths[0], stations);
+    expect_same_records(kPaths[1], networks);
     for (const Path& path : kPaths) {
         at = &path;
         measure("library", path.library);
-        measure("ordinary", path.ordinary);
-        measure("bytes", path.text != nullptr ? read_bytes : nullptr);
+        if (path.ordinary != nullptr) measure("ordinary", path.ordinary);
+        if (path.table != nullptr) measure("bytes", look_at_bytes);
     }
     remove_tree();
 }

@@ -27,7 +27,7 @@ constexpr unsigned long kMiiRead = 0x89F3;
 constexpr unsigned long kMiiWrite = 0x89F4;
 
 std::string tree;
-uint32_t presented = 0;  // the switch's address table is always in use and never ends
+uint32_t presented = 0;  // entry of the switch's address table, all of them in use
 
 template <class Function>
 Function* real(const char* name) {
@@ -58,7 +58,7 @@ constexpr wireless_conf sample_bss() {
 uint32_t register_value(uint32_t offset) {
     switch (offset) {
         case 0x80:
-            return 0x2000;
+            return static_cast<int>(presented) == answers.switch_entries - 1 ? 0x6000 : 0x2000;
         case 0x84:
             return 0x02000000 | presented;
         case 0x88:
@@ -158,13 +158,13 @@ int ioctl(int, unsigned long request, ...) noexcept {
         if (request == kMiiRead)
             words[3] = register_value(words[1]);
         else
-            ++presented;
+            presented = words[2] == 0x8004 ? 0 : presented + 1;
     }
     return 0;
 }
 
 int get_si(const char*, void* block) {
-    static_cast<hw_info*>(block)->reset_button_gpio = answers.button_pin;
+    static_cast<hw_info*>(block)->reset_button_gpio = kButtonPin;
     return 0;
 }
 

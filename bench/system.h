@@ -8,11 +8,13 @@
 
 namespace bench {
 
+inline constexpr int kButtonPin = 999;
+
 // What the host and the drivers answer.
 struct Answers {
     int bss_count = 1;
     int filter_addresses = 0;
-    int button_pin = 0;
+    int switch_entries = 0;
     std::string survey;
 };
 extern Answers answers;
