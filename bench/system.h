@@ -1,29 +1,28 @@
-// The system as the library finds it in a benchmark: files below a folder of the program's own,
-// commands that cost nothing, drivers that answer at once.
+// The system as the library finds it while its paths are measured: files below a folder of the
+// program's own, a host, commands and drivers that cost next to nothing.
 #pragma once
 
-#include <cstdint>
-#include <functional>
 #include <string>
-#include <string_view>
+
+#include "platform/records.h"
 
 namespace bench {
 
+inline constexpr int kButtonPin = 999;
+
+// What the host and the drivers answer.
+struct Answers {
+    int bss_count = 1;
+    int filter_addresses = 0;
+    int switch_entries = 0;
+    std::string survey;
+};
+extern Answers answers;
+
 void make_tree();
 void remove_tree();
-[[noreturn]] void give_up(std::string_view what);
-std::string in_tree(std::string_view path);  // the place of a board path
-void write_file(std::string_view path, std::string_view text);
-std::string read_file(std::string_view path);
-
-// Reads the file with one read() into a buffer that the next call uses again.
-std::string_view read_whole(std::string_view path);
-
-void run_shell(const std::string& command);  // a real one; ends the program when it fails
-
-// What the drivers answer: the survey's text, and the switch for a request's four words
-// (PHY address, offset, value in, value out).
-extern std::string survey_answer;
-extern std::function<void(uint32_t* words, bool write)> switch_answer;
+void write_file(const char* path, const std::string& text);
+std::string in_tree(const char* path);
+[[noreturn]] void give_up(const char* what);
 
 }  // namespace bench

@@ -84,6 +84,7 @@ int gpio_read_pin(int pin, PinState& state) {
     for (int i = 0; i < kTitleLines; ++i) lines.next();
     PinState read;
     while (const auto line = lines.next()) {
+        if (leading_decimal(*line) != pin) continue;  // most lines, of which no more need be read
         if (!parse_pin_line(*line, read) || read.pin() != pin) continue;
         state = read;
         return 1;

@@ -4,6 +4,7 @@
 #include "src/profile/list_value.h"
 #include "src/profile/sections.h"
 #include "src/support/heap.h"
+#include "src/support/mac.h"
 #include "src/support/unique.h"
 
 namespace platform {
@@ -42,8 +43,7 @@ int list_filter_addresses(std::span<const mac_filter_entry> entries, Text& list)
     int count = 0;
     for (const mac_filter_entry& entry : entries) {
         if (entry.inactive != 0) continue;
-        for (size_t i = 0; i < sizeof entry.mac; ++i)
-            list.put_hex(entry.mac[i], 2).put(i + 1 < sizeof entry.mac ? ':' : ';');
+        put_mac(entry.mac, ';', list);
         ++count;
         if (list.size() > kFullAcl) break;
     }

@@ -38,11 +38,16 @@ void put_word(Text& out, std::string_view text) {
     out.put('\'');
 }
 
+// What needs no backslash is put in one piece.
 void put_inside_double_quotes(Text& out, std::string_view text) {
-    for (const char c : text) {
-        if (c == '"' || c == '\\' || c == '$' || c == '`') out.put('\\');
-        out.put(c);
+    size_t put = 0;
+    for (size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (c != '"' && c != '\\' && c != '$' && c != '`') continue;
+        out.put({text.data() + put, i - put}).put('\\');
+        put = i;
     }
+    out.put({text.data() + put, text.size() - put});
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Numbers in the board's texts.
+// Numbers in the board's texts. Most have few digits: calls within would cost as much as those.
 #pragma once
 
 #include <stdint.h>
@@ -17,23 +17,30 @@ constexpr bool is_space(char c) {
 }
 
 // Leading decimal digits, 0 when there are none; nothing when they are more than 64 bits.
-constexpr std::optional<uint64_t> leading_digits(std::string_view text) {
+[[gnu::always_inline]] constexpr std::optional<uint64_t> leading_digits(std::string_view text) {
+    constexpr uint64_t kNearly = UINT64_MAX / 10;
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    if (at == end) return 0;
     uint64_t value = 0;
-    for (const char c : text) {
-        if (!is_digit(c)) break;
-        if (__builtin_mul_overflow(value, uint64_t{10}, &value) ||
-            __builtin_add_overflow(value, static_cast<uint64_t>(c - '0'), &value))
-            return {};
-    }
+    do {
+        const uint64_t digit = uint64_t{static_cast<uint8_t>(*at)} - '0';
+        if (digit > 9) break;
+        if (value >= kNearly && (value > kNearly || digit > UINT64_MAX % 10)) return {};
+        value = value * 10 + digit;
+    } while (++at != end);
     return value;
 }
 
 // Takes the blanks and the sign before a number. Whether the sign is "-".
-constexpr bool take_sign(std::string_view& text) {
-    while (!text.empty() && is_space(text.front())) text.remove_prefix(1);
-    const bool negative = text.starts_with('-');
-    if (negative || text.starts_with('+')) text.remove_prefix(1);
-    return negative;
+[[gnu::always_inline]] constexpr bool take_sign(std::string_view& text) {
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    while (at != end && is_space(*at)) ++at;
+    const char sign = at != end ? *at : '\0';
+    if (sign == '-' || sign == '+') ++at;
+    text = {at, static_cast<size_t>(end - at)};
+    return sign == '-';
 }
 
 // Leading digits behind any blanks and a sign. Of a larger number the low 32 bits, and of one
@@ -66,8 +73,11 @@ constexpr int hex_digit(char c) {
 constexpr std::optional<uint32_t> leading_hex(std::string_view text, size_t max_digits) {
     uint32_t value = 0;
     size_t digits = 0;
-    while (digits < max_digits && digits < text.size() && hex_digit(text[digits]) >= 0)
-        value = value << 4 | static_cast<uint32_t>(hex_digit(text[digits++]));
+    for (; digits < max_digits && digits < text.size(); ++digits) {
+        const int digit = hex_digit(text[digits]);
+        if (digit < 0) break;
+        value = value << 4 | static_cast<uint32_t>(digit);
+    }
     if (digits == 0) return {};
     return value;
 }

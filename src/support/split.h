@@ -11,13 +11,13 @@ class Split {
 public:
     constexpr Split(std::string_view text, char separator) : rest_(text), separator_(separator) {}
 
-    constexpr std::optional<std::string_view> next() {
+    [[gnu::always_inline]] constexpr std::optional<std::string_view> next() {
         if (ended_) return {};
         const size_t end = rest_.find(separator_);
         ended_ = end == std::string_view::npos;
         if (ended_) return rest_;
         const std::string_view piece(rest_.data(), end);
-        rest_.remove_prefix(end + 1);
+        rest_ = {rest_.data() + end + 1, rest_.size() - end - 1};
         return piece;
     }
 

@@ -20,26 +20,27 @@ void put_mac(std::string_view column, char (&mac)[18]) {
     constexpr size_t kPairs = 6;
     const size_t pairs = std::min(kPairs, column.size() / 2);
     char* out = mac;
-    for (size_t i = 0; i < pairs; ++i) {
-        if (i > 0) *out++ = '-';
-        *out++ = upper(column[2 * i]);
-        *out++ = upper(column[2 * i + 1]);
+    for (size_t i = 0; i < 2 * pairs; i += 2) {
+        *out++ = upper(column[i]);
+        *out++ = upper(column[i + 1]);
+        *out++ = '-';
     }
-    *out = '\0';
+    mac[pairs == 0 ? 0 : 3 * pairs - 1] = '\0';
 }
 
 // A best of 0 counts as none yet.
 void put_chains(std::string_view column, station_entry& entry) {
     constexpr size_t kColumnLength = 127;
     memset(entry.chain, 0, sizeof entry.chain);
-    entry.chain_best = 0;
+    int32_t best = 0;
     Split pieces({column.data(), std::min(column.size(), kColumnLength)}, '/');
     for (int32_t& chain : entry.chain) {
         const auto piece = pieces.next_filled();
-        if (!piece) return;
+        if (!piece) break;
         chain = leading_decimal(*piece);
-        if (entry.chain_best == 0 || entry.chain_best < chain) entry.chain_best = chain;
+        if (best == 0 || best < chain) best = chain;
     }
+    entry.chain_best = best;
 }
 
 void put_number(Tokens& columns, int32_t& field) {
@@ -94,8 +95,8 @@ void StationTable::put_bss(std::string_view column, station_entry& entry) const 
     const int32_t number = leading_decimal(column);
     entry.wl_index = wl_index_of(wl_mode_, number);
     if (number < 0 || static_cast<size_t>(number) >= bss_.size()) return;
-    memset(entry.ssid, 0, sizeof entry.ssid);
     memcpy(entry.ssid, bss_[static_cast<size_t>(number)].ssid, kSsidLength);
+    memset(entry.ssid + kSsidLength, 0, sizeof entry.ssid - kSsidLength);
 }
 
 }  // namespace platform

@@ -12,6 +12,8 @@
 namespace platform {
 namespace {
 
+using namespace std::string_view_literals;
+
 // Fixed columns, counted from the start of the channel.
 constexpr size_t kSsidColumn = 4;
 constexpr size_t kSsidWidth = 32;
@@ -54,20 +56,19 @@ int32_t code_of(std::span<const ColumnWord> words, std::string_view text, int32_
 }
 
 bool is_answer(std::string_view token) {
-    return token == "YES" || token == "NO";
+    return token == "YES"sv || token == "NO"sv;
 }
 
 std::string_view without_trailing_blanks(std::string_view text) {
-    while (text.ends_with(' ')) text.remove_suffix(1);
-    return text;
+    size_t size = text.size();
+    while (size > 0 && text[size - 1] == ' ') --size;
+    return {text.data(), size};
 }
 
 void put_bssid(std::string_view token, ap_entry& entry) {
-    copy_text(entry.bssid, token);
-    for (char& c : entry.bssid) {
-        if (c == '\0') break;
-        c = upper(c);
-    }
+    const size_t length = std::min(token.size(), sizeof entry.bssid - 1);
+    for (size_t i = 0; i < length; ++i) entry.bssid[i] = upper(token[i]);
+    entry.bssid[length] = '\0';
 }
 
 // "WPA2PSK/AES": authentication and cipher.
@@ -76,7 +77,7 @@ void put_security(std::string_view token, ap_entry& entry) {
     constexpr std::string_view kFastTransition = "FT-";
     entry.encryption = WIRELESS_CIPHER_NONE;
     entry.auth_mode = WIRELESS_AUTH_OPEN;
-    if (token == "WEP") {
+    if (token == "WEP"sv) {
         entry.encryption = WIRELESS_CIPHER_WEP;
         entry.auth_mode = WIRELESS_AUTH_SHARED;
         return;
@@ -108,13 +109,13 @@ int32_t sum(int32_t a, int32_t b) {
 
 void put_extension(std::string_view token, ap_entry& entry) {
     int32_t& centre = entry.channel.ext_channel;
-    if (token == "ABOVE") centre = sum(centre, 2);
-    if (token == "BELOW") centre = sum(centre, -2);
+    if (token == "ABOVE"sv) centre = sum(centre, 2);
+    if (token == "BELOW"sv) centre = sum(centre, -2);
 }
 
 int32_t network_type(std::string_view token) {
-    if (token == "Infra") return 0;
-    return token == "Adhoc" ? 1 : -1;
+    if (token == "Infra"sv) return 0;
+    return token == "Adhoc"sv ? 1 : -1;
 }
 
 void put_wps(Tokens& tokens, ap_entry& entry) {
@@ -122,7 +123,7 @@ void put_wps(Tokens& tokens, ap_entry& entry) {
     if (!offered || *offered != "YES") return;
     const auto method = tokens.next();
     entry.flags &= ~uint32_t{AP_FLAG_WPS_PUSH_BUTTON};
-    if (method && *method == "PBC") entry.flags |= AP_FLAG_WPS_PUSH_BUTTON;
+    if (method && *method == "PBC"sv) entry.flags |= AP_FLAG_WPS_PUSH_BUTTON;
 }
 
 // At most 15 characters up to the end of its column. Its first word was cut out as a token, whose
@@ -172,9 +173,8 @@ SurveyLine::SurveyLine(std::string_view line)
 }
 
 std::string_view SurveyLine::from(size_t column) const {
-    std::string_view rest = line_;
-    rest.remove_prefix(std::min(column, rest.size()));
-    return rest;
+    const size_t skipped = std::min(column, line_.size());
+    return {line_.data() + skipped, line_.size() - skipped};
 }
 
 void SurveyLine::fill(ap_entry& entry, int32_t base_mhz, uint32_t now) const {

@@ -21,7 +21,8 @@ test --preset@[--preset release|debug|sanitizers]
 test --preset coverage@[--preset release|debug|sanitizers]
 test --coverage --preset debug@--coverage has a preset of its own
 build --preset debug|release@[--preset release|debug|sanitizers]
-bench --fast@[--short] [--update]
+bench --fast@[--count] [--update]
+bench --update@--update goes with --count
 abi update@[--update]
 fuzz survy 5@the nearest is survey
 fuzz survey@SECONDS
