@@ -1,4 +1,4 @@
-#include "boardctl/virtual_board.h"
+#include "boardctl/program/virtual_board.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -79,11 +79,11 @@ void VirtualBoard::make(bool erased_factory) const {
     }
 }
 
-void VirtualBoard::check_configuration(const Library& library) const {
+void VirtualBoard::check_configuration(const Host& host) const {
     const auto complain = [](const char* text) {
         std::fprintf(stderr, "%s\n", shown(text).c_str());
     };
-    if (HOST_CALL(library, board_check_configuration)(directory_.c_str(), complain) != 0)
+    if (host.board_check_configuration(directory_.c_str(), complain) != 0)
         throw UsageError("correct the board's configuration first");
 }
 
@@ -95,13 +95,13 @@ int VirtualBoard::enter(const std::function<int()>& work) const {
     return board::enter(directory_, work);
 }
 
-void VirtualBoard::load(const Library& library) {
-    if (HOST_CALL(library, board_load_state)(kBoardConfiguration) != 0)
+void VirtualBoard::load(const Host& host) {
+    if (host.board_load_state(kBoardConfiguration) != 0)
         throw Failed(std::string("the board's ") + kBoardConfiguration + " is not understood");
 }
 
-void VirtualBoard::save(const Library& library) {
-    if (HOST_CALL(library, board_save_state)(kBoardConfiguration) != 0)
+void VirtualBoard::save(const Host& host) {
+    if (host.board_save_state(kBoardConfiguration) != 0)
         throw Failed(std::string("cannot write ") + kBoardConfiguration);
 }
 

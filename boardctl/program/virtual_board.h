@@ -6,7 +6,7 @@
 #include <string>
 
 #include "board/tree/make_tree.h"
-#include "boardctl/library.h"
+#include "boardctl/session.h"
 
 namespace boardctl {
 
@@ -21,7 +21,7 @@ public:
 
     // Throws UsageError unless all of its configuration is understood, after naming each line on
     // standard error that is not.
-    void check_configuration(const Library& library) const;
+    void check_configuration(const Host& host) const;
 
     void power_on() const;
 
@@ -29,8 +29,8 @@ public:
     int enter(const std::function<int()>& work) const;
 
     // On the board: the host knows its configuration; what changed of it is kept.
-    static void load(const Library& library);
-    static void save(const Library& library);
+    static void load(const Host& host);
+    static void save(const Host& host);
 
     static std::filesystem::path usual_place();
 
@@ -39,7 +39,5 @@ private:
     board::TreeParts parts_;
     board::Folder kind_{};
 };
-
-inline constexpr const char* kBoardConfiguration = "/etc/board.conf";
 
 }  // namespace boardctl

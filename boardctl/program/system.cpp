@@ -1,6 +1,6 @@
 // The library's way to the kernel. These definitions take the place of the C library's, to which
 // they hand everything on a real board.
-#include "boardctl/system.h"
+#include "boardctl/program/system.h"
 
 #include <dlfcn.h>
 #include <sys/ioctl.h>
