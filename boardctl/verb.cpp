@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
+#include "boardctl/nearest.h"
+
 namespace boardctl {
 
 std::string Arguments::text(const std::string& name, const std::string& fallback) const {
@@ -33,6 +35,12 @@ int number_of(const std::string& text, const std::string& name, Range range) {
         throw UsageError(name + " is a number from " + std::to_string(range.first) + " to " +
                          std::to_string(range.last) + ", not " + text);
     return value;
+}
+
+void require_one_of(const std::vector<std::string>& words, const std::string& value,
+                    const std::string& name) {
+    if (std::find(words.begin(), words.end(), value) == words.end())
+        throw UsageError(name + " is " + alternatives(words) + ", not " + value);
 }
 
 bool is_on(const std::string& text) {

@@ -74,6 +74,10 @@ private:
 // Decimal, or hexadecimal after "0x"; throws UsageError, which says what is allowed.
 int number_of(const std::string& text, const std::string& name, Range range = {});
 
+// Throws UsageError unless the value is one of the words.
+void require_one_of(const std::vector<std::string>& words, const std::string& value,
+                    const std::string& name);
+
 struct Verb {
     std::string group;  // "ports"
     std::string name;   // "counters"; empty: the group is one verb
@@ -91,16 +95,7 @@ struct Verb {
 using Verbs = std::vector<Verb>;
 
 // Each file of verbs offers its own; main.cpp puts them together.
-Verbs start_verbs();
-Verbs radio_verbs();
-Verbs acl_verbs();
-Verbs wps_verbs();
-Verbs profile_verbs();
-Verbs port_verbs();
-Verbs switch_verbs();
-Verbs flash_verbs();
-Verbs panel_verbs();
-Verbs board_verbs();
-Verbs call_verbs();
+Verbs start_verbs(), radio_verbs(), acl_verbs(), wps_verbs(), profile_verbs(), port_verbs(),
+    switch_verbs(), flash_verbs(), panel_verbs(), board_verbs(), call_verbs();
 
 }  // namespace boardctl

@@ -9,16 +9,15 @@
 
 namespace boardctl {
 
-struct Findings {
-    Session& session;
-    std::vector<std::string> faults;  // in sentences; none when all is well
+struct Faults {
+    std::vector<std::string> texts;  // sentences; none when all is well
 
     void require(bool good, const std::string& fault) {
-        if (!good) faults.push_back(fault);
+        if (!good) texts.push_back(fault);
     }
 };
 
-using Check = void(Findings& findings);
+using Check = void(Session& session, Faults& faults);
 
 Check check_calibration, check_modules, check_pins, check_leds, check_buttons;
 Check check_bridge, check_networks, check_profiles;

@@ -71,41 +71,41 @@ LedOrders led_orders(const Session& session) {
     return orders;
 }
 
-void check_lights(Findings& findings) {
-    const LedOrders orders = led_orders(findings.session);
+void check_lights(const Session& session, Faults& faults) {
+    const LedOrders orders = led_orders(session);
     const auto run = KeyFile::load_or_empty(board::live_path("leds")).get("run");
-    findings.require(!orders.run || run == orders.run, "the run LED is not as it was set");
+    faults.require(!orders.run || run == orders.run, "the run LED is not as it was set");
     for (const auto& [pin, level] : orders.pins) {
         const int now = board::pin_value(pin, PinColumn::output);
-        findings.require(now == -1 || now == level,
-                         "the LED at pin " + std::to_string(pin) + " is not as it was set");
+        faults.require(now == -1 || now == level,
+                       "the LED at pin " + std::to_string(pin) + " is not as it was set");
     }
     board::Switch board_switch;
     for (const uint32_t number : {0x7c10U, 0x7c14U, 0x7c18U, 0x7d00U}) {
         const auto order = orders.registers.find(number);
-        findings.require(
+        faults.require(
             order == orders.registers.end() || order->second == board_switch.read_register(number),
             "the port LEDs are not as they were set");
     }
 }
 
-void check_button(Findings& findings, const char* name, int pin, int told) {
+void check_button(Faults& faults, const char* name, int pin, int told) {
     if (pin == -1) return;
     const int pressed = board::pin_value(pin, PinColumn::input) == 0 ? 1 : 0;
-    findings.require(told == pressed, std::string("the ") + name + " button is not seen as it is");
+    faults.require(told == pressed, std::string("the ") + name + " button is not seen as it is");
 }
 
 }  // namespace
 
-void check_calibration(Findings& findings) {
+void check_calibration(Session& session, Faults& faults) {
     const auto partition = board::find_partition("Factory");
     std::string factory = partition ? board::read_partition(*partition) : "";
     std::string name;
     std::vector<std::pair<std::string, size_t>> offsets;
-    for (const Radio& radio : radios_of(findings.session)) {
+    for (const Radio& radio : radios_of(session)) {
         const size_t start = calibration_place(radio);
         const std::string head = factory.substr(std::min(start, factory.size()), kCalibrationHead);
-        findings.require(is_calibration(head), radio.main_ifname + " has no calibration data");
+        faults.require(is_calibration(head), radio.main_ifname + " has no calibration data");
         if (name.empty())
             name = board::radio_index_value(radio.main_ifname, "EEPROM_name").value_or("");
         offsets.emplace_back(radio.main_ifname, start);
@@ -120,57 +120,54 @@ void check_calibration(Findings& findings) {
                 factory.replace(place, 2, extracted, place, 2);
         }
     }
-    findings.require(extracted == factory.substr(0, kDriverFileLimit),
-                     "the driver's calibration file is not the start of the partition");
+    faults.require(extracted == factory.substr(0, kDriverFileLimit),
+                   "the driver's calibration file is not the start of the partition");
 }
 
 // All that can be, in their order.
-void check_modules(Findings& findings) {
+void check_modules(Session& session, Faults& faults) {
     const auto broken = board::module_faults();
     std::vector<std::string> wanted;
-    for (const char* const name :
-         *findings.session.library.get<decltype(::module_list)>("module_list"))
+    for (const char* const name : *session.library.get<decltype(::module_list)>("module_list"))
         if (!broken.contains(name)) wanted.emplace_back(name);
-    findings.require(board::read_lines(board::live_path("modules")) == wanted,
-                     "the modules were not loaded, all and in their order");
+    faults.require(board::read_lines(board::live_path("modules")) == wanted,
+                   "the modules were not loaded, all and in their order");
 }
 
-void check_pins(Findings& findings) {
-    const hw_info hw = hardware_of(findings.session);
+void check_pins(Session& session, Faults& faults) {
+    const hw_info hw = hardware_of(session);
     std::vector<int> pins = {hw.run_led_gpio, hw.wps_button_gpio};
     for (const hw_wl_led& led : hw.wl_led)
         if (field_text(led.driven) == "gpio") pins.push_back(led.gpio);
     for (const int pin : pins)
-        findings.require(pin == -1 || board::pin_value(pin, PinColumn::function) == 1,
-                         "pin " + std::to_string(pin) + " is not in its GPIO function");
+        faults.require(pin == -1 || board::pin_value(pin, PinColumn::function) == 1,
+                       "pin " + std::to_string(pin) + " is not in its GPIO function");
 }
 
-void check_leds(Findings& findings) {
+void check_leds(Session& session, Faults& faults) {
     char operation[64] = {};
-    findings.session.platform.get_run_led_op(operation);
+    session.platform.get_run_led_op(operation);
     if (operation == std::string("wps")) return;
     led_silent_control silence{};
-    findings.session.host.get_led_silent_control(&silence, 0);
-    const int state = findings.session.platform.get_run_led_state();
-    findings.require(state == (is_silent(silence) ? 2 : 0),
-                     "the run LED's state is " + std::to_string(state));
-    check_lights(findings);
+    session.host.get_led_silent_control(&silence, 0);
+    const int state = session.platform.get_run_led_state();
+    faults.require(state == (is_silent(silence) ? 2 : 0),
+                   "the run LED's state is " + std::to_string(state));
+    check_lights(session, faults);
 }
 
-void check_buttons(Findings& findings) {
+void check_buttons(Session& session, Faults& faults) {
     constexpr int kSamples = 5;
-    const hw_info hw = hardware_of(findings.session);
-    const int pressed = findings.session.platform.pushed_reset_button();
-    check_button(findings, "reset", hw.reset_button_gpio, pressed);
-    check_button(findings, "WPS", hw.wps_button_gpio,
-                 findings.session.platform.pushed_wps_button());
-    const Step step =
-        findings.session.perform(findings.session.platform.check_default_button, 2, kSamples);
+    const hw_info hw = hardware_of(session);
+    const int pressed = session.platform.pushed_reset_button();
+    check_button(faults, "reset", hw.reset_button_gpio, pressed);
+    check_button(faults, "WPS", hw.wps_button_gpio, session.platform.pushed_wps_button());
+    const Step step = session.perform(session.platform.check_default_button, 2, kSamples);
     std::vector<std::string> expected;
     for (int sample = 1; pressed != 0 && sample < kSamples; ++sample)
         expected.push_back("Reset Pushed " + std::to_string(sample));
-    findings.require(step.result == pressed && step.messages == expected,
-                     "the reset button is not seen held as it is");
+    faults.require(step.result == pressed && step.messages == expected,
+                   "the reset button is not seen held as it is");
 }
 
 }  // namespace boardctl

@@ -79,7 +79,7 @@ bool has_traffic(const Session& session, const Port& port) {
 }
 
 // "on" and "off" leave what is advertised as it was, a fixed speed leaves the MAC.
-void check_setting(Findings& findings, const Port& port, const std::string& stored) {
+void check_setting(Faults& faults, const Port& port, const std::string& stored) {
     const std::string best = best_mode(advertised(port)).setting;
     const bool is_auto = stored.starts_with("auto ");
     const bool is_switched =
@@ -87,7 +87,7 @@ void check_setting(Findings& findings, const Port& port, const std::string& stor
                 : !stored.starts_with("o") || stored.starts_with("off ") == is_mac_off(port);
     const bool is_advertised =
         is_auto ? best == "1000 full" : !stored.starts_with("fixed ") || stored == "fixed " + best;
-    findings.require(is_switched && is_advertised, port.name + " is not switched as stored");
+    faults.require(is_switched && is_advertised, port.name + " is not switched as stored");
 }
 
 std::vector<board::LearntAddress> learnt_addresses() {
@@ -115,88 +115,87 @@ Stations stations_there(const Session& session) {
 
 }  // namespace
 
-void check_vlans(Findings& findings) {
+void check_vlans(Session& session, Faults& faults) {
     const Switch board_switch;
     std::map<int, std::string> members = {
         {1, "00000010"},
         {2, "00000100"}
     };
-    for (const Port& port : ports_of(findings.session)) {
-        const int vlan = vlan_of(findings.session, port);
+    for (const Port& port : ports_of(session)) {
+        const int vlan = vlan_of(session, port);
         members[vlan][static_cast<size_t>(port.switch_port)] = '1';
         const std::string found = board_switch.setting("pvid." + port.number());
-        findings.require(found == std::to_string(vlan), port.name + " is in the wrong VLAN");
+        faults.require(found == std::to_string(vlan), port.name + " is in the wrong VLAN");
     }
     for (const auto& [vlan, map] : members) {
         const std::string number = std::to_string(vlan);
-        findings.require(board_switch.setting("vlan." + number) == number + ' ' + map,
-                         "VLAN " + number + " is not " + map);
+        faults.require(board_switch.setting("vlan." + number) == number + ' ' + map,
+                       "VLAN " + number + " is not " + map);
     }
 }
 
 // The other LAN ports are copied to the monitor port both ways. The library's own note says which
 // port that is: a start takes LAN 1 whatever is stored. A port that was a source before it became
 // the monitor may stay one, for it is never copied to itself.
-void check_mirror(Findings& findings) {
+void check_mirror(Session& session, Faults& faults) {
     const Switch board_switch;
     const auto noted =
         board::KeyFile::load_or_empty(board::live_path("iconfig")).get("port_mirror");
     const int stored = board::to_number<int>(noted.value_or("")).value_or(0);
     const std::string monitor = board_switch.setting("mirror.monitor");
-    for (const Port& port : ports_of(findings.session)) {
+    for (const Port& port : ports_of(session)) {
         const bool is_monitor = stored != 0 && port.user_port == stored;
-        findings.require(
+        faults.require(
             is_monitor == (monitor == port.number()),
             port.name + (is_monitor ? " is not the monitor port" : " is the monitor port"));
         const bool is_copied = stored != 0 && !port.is_wan();
-        findings.require(is_monitor || board_switch.setting("mirror.target." + port.number()) ==
-                                           (is_copied ? "3" : ""),
-                         port.name + " is mirrored wrongly");
+        faults.require(is_monitor || board_switch.setting("mirror.target." + port.number()) ==
+                                         (is_copied ? "3" : ""),
+                       port.name + " is mirrored wrongly");
     }
 }
 
-void check_ports(Findings& findings) {
-    for (const Port& port : ports_of(findings.session)) {
+void check_ports(Session& session, Faults& faults) {
+    for (const Port& port : ports_of(session)) {
         const std::string expected = expected_link(port);
-        findings.require(link_text(findings.session, port) == expected,
-                         port.name + " has not the link " + expected);
-        check_setting(findings, port, stored_setting(findings.session, port));
-        const uint64_t now = received_bytes(findings.session, port);
-        const bool counts = received_bytes(findings.session, port) > now;
-        findings.require(counts == has_traffic(findings.session, port),
-                         port.name + " does not count as its link is");
+        faults.require(link_text(session, port) == expected,
+                       port.name + " has not the link " + expected);
+        check_setting(faults, port, stored_setting(session, port));
+        const uint64_t now = received_bytes(session, port);
+        const bool counts = received_bytes(session, port) > now;
+        faults.require(counts == has_traffic(session, port),
+                       port.name + " does not count as its link is");
     }
 }
 
 // Also what was received before the switch came up, which is more than 32 bits.
-void check_counters(Findings& findings) {
+void check_counters(Session& session, Faults& faults) {
     for (const board::CounterStart& start : board::Wiring::load().counters)
-        for (const Port& port : ports_of(findings.session)) {
+        for (const Port& port : ports_of(session)) {
             if (start.port != port.switch_port || start.offset != 0xac) continue;
             const auto high = static_cast<uint32_t>(0x4000 + port.switch_port * 0x100 + 0xac);
-            findings.require(
-                received_bytes(findings.session, port) >> 32 == Switch().read_register(high),
-                port.name + " has lost the high half of its bytes");
+            faults.require(received_bytes(session, port) >> 32 == Switch().read_register(high),
+                           port.name + " has lost the high half of its bytes");
         }
     std::map<int, uint64_t> before;
-    for (const Port& port : ports_of(findings.session))
-        before[port.user_port] = received_bytes(findings.session, port);
-    findings.session.platform.clear_port_statistics();
-    for (const Port& port : ports_of(findings.session))
-        findings.require(!has_traffic(findings.session, port) ||
-                             received_bytes(findings.session, port) < before[port.user_port],
-                         port.name + " keeps its counters");
+    for (const Port& port : ports_of(session))
+        before[port.user_port] = received_bytes(session, port);
+    session.platform.clear_port_statistics();
+    for (const Port& port : ports_of(session))
+        faults.require(
+            !has_traffic(session, port) || received_bytes(session, port) < before[port.user_port],
+            port.name + " keeps its counters");
 }
 
-void check_wired(Findings& findings) {
+void check_wired(Session& session, Faults& faults) {
     wired_station_list list{};
-    findings.session.platform.apcp_get_stalist_from_ethswitch(&list);
+    session.platform.apcp_get_stalist_from_ethswitch(&list);
     Stations found;
     for (const wired_station* node = list.first; node != nullptr; node = node->next)
-        found.emplace(address_text(findings.session, node->mac), static_cast<int>(node->user_port));
-    findings.session.host.free_all_list(&list, nullptr);
-    findings.require(found == stations_there(findings.session),
-                     "the wired stations are not those that are there");
+        found.emplace(address_text(session, node->mac), static_cast<int>(node->user_port));
+    session.host.free_all_list(&list, nullptr);
+    faults.require(found == stations_there(session),
+                   "the wired stations are not those that are there");
 }
 
 }  // namespace boardctl

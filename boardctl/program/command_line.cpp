@@ -64,9 +64,7 @@ void check(const Option& option, const std::string& value) {
     if (value.empty() && (option.words == nullptr || !words.empty()))
         throw UsageError(std::string(option.name) + " is empty: " + option.help);
     if (option.is_number) number_of(value, option.name, option.range);
-    if (!words.empty() && std::find(words.begin(), words.end(), value) == words.end())
-        throw UsageError(std::string(option.name) + " is " + alternatives(words) + ", not " +
-                         value);
+    if (!words.empty()) require_one_of(words, value, option.name);
 }
 
 class Parser {

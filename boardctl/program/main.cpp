@@ -41,22 +41,12 @@ Library load_libraries(const Request& request) {
     return Library(parts.host_library, parts.platform_library);
 }
 
-// A caller's shell or script must see that the signal ended this call, too.
-void end_if_interrupted(int status) {
-    for (const int signal : {SIGINT, SIGTERM})
-        if (status == 128 + signal) ::raise(signal);
-}
-
-// Lies in memory that the process which does the work shares with the one that waits for it.
-struct Progress {
-    bool has_ended = false;
-};
-
-Progress* shared_progress() {
-    void* const place = ::mmap(nullptr, sizeof(Progress), PROT_READ | PROT_WRITE,
-                               MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+// False, in memory that the process which does the work shares with the one that waits for it.
+bool* shared_flag() {
+    void* const place =
+        ::mmap(nullptr, sizeof(bool), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
     if (place == MAP_FAILED) throw Missing("no memory");
-    return new (place) Progress;
+    return new (place) bool(false);
 }
 
 void print_message(const std::string& line) {
@@ -71,26 +61,26 @@ void print_messages(const std::string& messages) {
 int guarded(std::string& fault, const std::function<int()>& work) {
     try {
         return work();
-    } catch (const Fault& error) {
-        fault = error.what();
-        return error.status;
     } catch (const std::exception& error) {
         fault = error.what();
-        return kFailed;
+        const auto* const ours = dynamic_cast<const Fault*>(&error);
+        return ours == nullptr ? kFailed : ours->status;
     }
 }
 
 class Call {
 public:
     explicit Call(const Request& request)
-        : request_(request), library_(load_libraries(request)), progress_(shared_progress()) {}
+        : request_(request), library_(load_libraries(request)), has_ended_(shared_flag()) {}
 
     int run() {
         for (const int signal : {SIGINT, SIGTERM}) ::signal(signal, SIG_DFL);
         ::signal(SIGPIPE, SIG_IGN);  // it ends the work on the board; we stay to report its status
         const int status = request_.is_virtual() ? run_on_virtual_board() : run_here();
-        end_if_interrupted(status);
-        if (progress_->has_ended || status == kNotAllowed) return status;
+        // A caller's shell or script must see that the signal ended this call, too.
+        for (const int signal : {SIGINT, SIGTERM})
+            if (status == 128 + signal) ::raise(signal);
+        if (*has_ended_ || status == kNotAllowed) return status;
         // The library may end its process; a crash does.
         print_messages(capture_.take());
         if (status > 128) std::fprintf(stderr, "boardctl: ended by signal %d\n", status - 128);
@@ -153,7 +143,7 @@ private:
             });
         hint();
         if (!fault.empty()) print_message("boardctl: " + fault);
-        progress_->has_ended = true;
+        *has_ended_ = true;
         return status;
     }
 
@@ -182,7 +172,7 @@ private:
 
     const Request& request_;
     const Library library_;
-    Progress* const progress_;
+    bool* const has_ended_;
     Capture capture_;
     const Folders folders_;  // opened before the board is entered
 };

@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 
+#include "board/tree/enter.h"
 #include "board/tree/make_tree.h"
 #include "boardctl/session.h"
 
@@ -23,10 +24,10 @@ public:
     // standard error that is not.
     void check_configuration(const Host& host) const;
 
-    void power_on() const;
+    void power_on() const { board::power_on(directory_); }
 
     // Does the work on the board and returns its status, kNotAllowed where that cannot be.
-    int enter(const std::function<int()>& work) const;
+    int enter(const std::function<int()>& work) const { return board::enter(directory_, work); }
 
     // On the board: the host knows its configuration; what changed of it is kept.
     static void load(const Host& host);

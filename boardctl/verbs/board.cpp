@@ -89,13 +89,13 @@ std::vector<Area> named_areas(const Arguments& arguments) {
 
 // An answer that the board fails to give is a fault, too, and the other areas are still checked.
 std::vector<std::string> faults_of(const Area& area, Session& session) {
-    Findings findings{session, {}};
+    Faults faults;
     try {
-        area.check(findings);
+        area.check(session, faults);
     } catch (const Failed& failure) {
         return {failure.what()};
     }
-    return findings.faults;
+    return faults.texts;
 }
 
 Outcome check(Session& session, const Arguments& arguments) {

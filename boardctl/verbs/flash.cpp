@@ -7,7 +7,6 @@
 #include "board/live/tree.h"
 #include "boardctl/call/call.h"
 #include "boardctl/facts/radios.h"
-#include "boardctl/nearest.h"
 
 namespace boardctl {
 namespace {
@@ -59,8 +58,7 @@ Json dump(const std::string& bytes, int offset) {
 int size_of(const Session& session, const std::string& partition) {
     std::vector<std::string> names;
     for (const board::Partition& each : board::partitions()) names.push_back(each.name);
-    if (std::find(names.begin(), names.end(), partition) == names.end())
-        throw UsageError("PARTITION is " + alternatives(names) + ", not " + partition);
+    require_one_of(names, partition, "PARTITION");
     return static_cast<int>(session.platform.mtd_get_size(partition.c_str()));
 }
 

@@ -3,7 +3,6 @@
 
 #include "boardctl/facts/profile.h"
 #include "boardctl/facts/radios.h"
-#include "boardctl/nearest.h"
 
 namespace boardctl {
 namespace {
@@ -129,10 +128,8 @@ void check_channel(const Session& session, const std::string& ifname, const Argu
     for (int channel = 1; channel <= kLastChannel; ++channel)
         if (is_valid(ifname.c_str(), 0, kWidth, channel) != 0)
             channels.push_back(std::to_string(channel));
-    const std::string wanted = std::to_string(arguments.number("--channel", 0));
-    if (std::find(channels.begin(), channels.end(), wanted) == channels.end())
-        throw UsageError("--channel of " + ifname + " is " + alternatives(channels) + ", not " +
-                         wanted);
+    require_one_of(channels, std::to_string(arguments.number("--channel", 0)),
+                   "--channel of " + ifname);
 }
 
 Outcome apply(Session& session, const Arguments& arguments) {
