@@ -2,6 +2,7 @@
 #pragma once
 
 #include <stdexcept>
+#include <string>
 
 namespace boardctl {
 
@@ -13,14 +14,18 @@ enum ExitStatus {
     kNotAllowed = 77,  // the machine does not let us enter the virtual board
 };
 
-struct Failed : std::runtime_error {
-    using runtime_error::runtime_error;
+struct Fault : std::runtime_error {
+    Fault(const std::string& text, ExitStatus its_status)
+        : runtime_error(text), status(its_status) {}
+    const ExitStatus status;
 };
-struct UsageError : std::runtime_error {
-    using runtime_error::runtime_error;
+
+template <ExitStatus kStatus>
+struct FaultOf : Fault {
+    explicit FaultOf(const std::string& text) : Fault(text, kStatus) {}
 };
-struct Missing : std::runtime_error {
-    using runtime_error::runtime_error;
-};
+using Failed = FaultOf<kFailed>;
+using UsageError = FaultOf<kUsage>;
+using Missing = FaultOf<kMissing>;
 
 }  // namespace boardctl

@@ -16,27 +16,20 @@ void* load(const std::string& path, int flags) {
     return handle;
 }
 
-void* require(void* handle, const char* name, const char* owner) {
-    void* const place = ::dlsym(handle, name);
-    if (place == nullptr) throw Missing(std::string(owner) + " library has no " + name);
-    return place;
-}
-
 }  // namespace
 
 Library::Library(const std::string& host_path, const std::string& platform_path)
     : host_(load(host_path, RTLD_GLOBAL)), platform_(load(platform_path, RTLD_LOCAL)) {}
 
-void* Library::find(const char* name) const {
-    return require(platform_, name, "the platform");
+void* Library::find_if_any(Part part, const char* name) const {
+    return ::dlsym(part == Part::host ? host_ : platform_, name);
 }
 
-void* Library::find_host(const char* name) const {
-    return require(host_, name, "the host");
-}
-
-void* Library::find_host_if_any(const char* name) const {
-    return ::dlsym(host_, name);
+void* Library::find(Part part, const char* name) const {
+    void* const place = find_if_any(part, name);
+    const std::string owner = part == Part::host ? "the host" : "the platform";
+    if (place == nullptr) throw Missing(owner + " library has no " + name);
+    return place;
 }
 
 }  // namespace boardctl

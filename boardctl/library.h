@@ -7,32 +7,28 @@ namespace boardctl {
 
 class Library {
 public:
+    enum class Part { host, platform };
+
     // Throws Missing when one of them cannot be loaded.
     Library(const std::string& host_path, const std::string& platform_path);
 
-    // Of the platform library; throws Missing for a name that it does not have.
-    void* find(const char* name) const;
-
-    // Of the host library; the second gives null for a function that only some hosts have.
-    void* find_host(const char* name) const;
-    void* find_host_if_any(const char* name) const;
+    // For a name that the library does not have, null; the others throw Missing.
+    void* find_if_any(Part part, const char* name) const;
+    void* find(Part part, const char* name) const;
+    void* find(const char* name) const { return find(Part::platform, name); }
 
     template <class Type>
     Type* get(const char* name) const {
-        return reinterpret_cast<Type*>(find(name));
+        return reinterpret_cast<Type*>(find(Part::platform, name));
     }
     template <class Type>
     Type* get_host(const char* name) const {
-        return reinterpret_cast<Type*>(find_host(name));
+        return reinterpret_cast<Type*>(find(Part::host, name));
     }
 
 private:
     void* host_;
     void* platform_;
 };
-
-// A function by its declared name, with its declared type.
-#define PLATFORM_CALL(library, name) (library).get<decltype(::name)>(#name)
-#define HOST_CALL(library, name) (library).get_host<decltype(::name)>(#name)
 
 }  // namespace boardctl

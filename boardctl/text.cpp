@@ -2,54 +2,27 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <iterator>
 
 namespace boardctl {
 namespace {
 
-struct Range {
-    uint32_t first, last;
-};
+// First and last of ranges. Valid characters that are not shown: C1 controls, those without an
+// image of their own, marks of writing direction, surrogates, tags and what is no character.
+constexpr uint32_t kHidden[] = {0x0080, 0x009f, 0x00ad, 0x00ad,  0x061c,  0x061c, 0x180e,
+                                0x180e, 0x200b, 0x200f, 0x2028,  0x202e,  0x2060, 0x206f,
+                                0xd800, 0xdfff, 0xfdd0, 0xfdef,  0xfeff,  0xfeff, 0xfff0,
+                                0xfffb, 0xfffe, 0xffff, 0xe0000, 0x10ffff};
 
-// Valid characters that are not shown: C1 controls, those without an image of their own, marks of
-// writing direction, surrogates, tags and what is no character.
-constexpr Range kHidden[] = {
-    {0x0080,  0x009f  },
-    {0x00ad,  0x00ad  },
-    {0x061c,  0x061c  },
-    {0x180e,  0x180e  },
-    {0x200b,  0x200f  },
-    {0x2028,  0x202e  },
-    {0x2060,  0x206f  },
-    {0xd800,  0xdfff  },
-    {0xfdd0,  0xfdef  },
-    {0xfeff,  0xfeff  },
-    {0xfff0,  0xfffb  },
-    {0xfffe,  0xffff  },
-    {0xe0000, 0x10ffff},
-};
-
-constexpr Range kWide[] = {
-    {0x1100,  0x115f },
-    {0x2e80,  0xa4cf },
-    {0xac00,  0xd7a3 },
-    {0xf900,  0xfaff },
-    {0xff00,  0xff60 },
-    {0x1f300, 0x1faff},
-    {0x20000, 0x3fffd},
-};
-constexpr Range kCombining[] = {
-    {0x0300, 0x036f},
-    {0x20d0, 0x20ff},
-    {0xfe00, 0xfe0f},
-    {0xfe20, 0xfe2f},
-};
+constexpr uint32_t kWide[] = {0x1100, 0x115f, 0x2e80, 0xa4cf,  0xac00,  0xd7a3,  0xf900,
+                              0xfaff, 0xff00, 0xff60, 0x1f300, 0x1faff, 0x20000, 0x3fffd};
+constexpr uint32_t kCombining[] = {0x0300, 0x036f, 0x20d0, 0x20ff, 0xfe00, 0xfe0f, 0xfe20, 0xfe2f};
 
 template <size_t kCount>
-bool is_in(const Range (&ranges)[kCount], uint32_t character) {
-    return std::any_of(std::begin(ranges), std::end(ranges), [character](const Range& range) {
-        return character >= range.first && character <= range.last;
-    });
+bool is_in(const uint32_t (&ranges)[kCount], uint32_t character) {
+    bool found = false;
+    for (size_t i = 0; i < kCount; i += 2)
+        found |= character >= ranges[i] && character <= ranges[i + 1];
+    return found;
 }
 
 struct Character {

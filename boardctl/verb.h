@@ -4,7 +4,6 @@
 #include <limits>
 #include <map>
 #include <nlohmann/json.hpp>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -13,6 +12,12 @@
 namespace boardctl {
 
 using Json = nlohmann::ordered_json;
+
+// Null where it is not known.
+template <class Value>
+Json if_known(bool is_known, const Value& value) {
+    return is_known ? Json(value) : Json();
+}
 
 // What a verb answers. A status other than 0 says that the board answered with a failure.
 struct Outcome {
@@ -31,13 +36,24 @@ struct Range {
     int last = std::numeric_limits<int>::max();
 };
 
+inline constexpr const char* kOnOff = "on|off|yes|no|1|0";
+bool is_on(const std::string& text);  // of these words
+
+inline constexpr const char* kOrEmpty = "";
+
 struct Option {
+    constexpr Option(const char* its_name, Kind its_kind, const char* its_help,
+                     const char* its_words = nullptr)
+        : name(its_name), kind(its_kind), help(its_help), words(its_words) {}
+    constexpr Option(const char* its_name, Kind its_kind, const char* its_help, Range its_range)
+        : name(its_name), kind(its_kind), help(its_help), range(its_range), is_number(true) {}
+
     const char* name;  // "IFNAME" of a positional, "--pin"
     Kind kind;
     const char* help;
-    Range range = {};             // of a number
-    const char* words = nullptr;  // "on|off": its values are no others
-    bool may_be_empty = false;
+    const char* words = nullptr;  // "on|off": its values are no others; kOrEmpty
+    Range range = {};
+    bool is_number = kind == Kind::number;
 };
 
 class Arguments {
@@ -46,8 +62,9 @@ public:
     explicit Arguments(Values values) : values_(std::move(values)) {}
 
     bool has(const std::string& name) const { return values_.contains(name); }
+    bool has_any(std::initializer_list<const char*> names) const;
     std::string text(const std::string& name, const std::string& fallback = "") const;
-    int number(const std::string& name, int fallback) const;
+    int number(const std::string& name, int fallback, Range range = {}) const;
     std::vector<std::string> texts(const std::string& name) const;
 
 private:
@@ -57,30 +74,28 @@ private:
 // Decimal, or hexadecimal after "0x"; throws UsageError, which says what is allowed.
 int number_of(const std::string& text, const std::string& name, Range range = {});
 
-inline constexpr const char* kOnOff = "on|off|yes|no|1|0";
-bool is_on(const std::string& text);  // of these words
+// Throws UsageError unless the value is one of the words.
+void require_one_of(const std::vector<std::string>& words, const std::string& value,
+                    const std::string& name);
 
 struct Verb {
-    const char* group;  // "ports"
-    const char* name;   // "counters"; empty: the group is one verb
+    std::string group;  // "ports"
+    std::string name;   // "counters"; empty: the group is one verb
     const char* help;
-    const char* examples;
+    std::string examples;  // a line each, without the program's name
     Outcome (*run)(Session& session, const Arguments& arguments);
-    std::span<const Option> options = {};
-    bool is_default = false;  // the group's verb where none is named
+    std::vector<Option> options;
+    bool is_default = false;
+
+    // The words are "ports counters", or "ports link*" for the verb that "ports" stands for.
+    Verb(const std::string& words, const char* its_help, const char* its_examples,
+         Outcome (*its_run)(Session&, const Arguments&), std::vector<Option> its_options = {});
 };
 
+using Verbs = std::vector<Verb>;
+
 // Each file of verbs offers its own; main.cpp puts them together.
-std::span<const Verb> start_verbs();
-std::span<const Verb> radio_verbs();
-std::span<const Verb> acl_verbs();
-std::span<const Verb> wps_verbs();
-std::span<const Verb> profile_verbs();
-std::span<const Verb> port_verbs();
-std::span<const Verb> switch_verbs();
-std::span<const Verb> flash_verbs();
-std::span<const Verb> panel_verbs();
-std::span<const Verb> board_verbs();
-std::span<const Verb> call_verbs();
+Verbs start_verbs(), radio_verbs(), acl_verbs(), wps_verbs(), profile_verbs(), port_verbs(),
+    switch_verbs(), flash_verbs(), panel_verbs(), board_verbs(), call_verbs();
 
 }  // namespace boardctl

@@ -2,12 +2,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "board/host/entry.h"
 #include "board/live/radio_driver.h"
-#include "boardctl/verbs/host_records.h"
-#include "boardctl/verbs/radio_names.h"
-#include "platform/wireless.h"
-#include "src/host/host.h"
+#include "boardctl/facts/radios.h"
 
 namespace boardctl {
 namespace {
@@ -32,19 +28,12 @@ Json row_of(const Session& session, const Network& network) {
                 {"addresses", filter.addresses}};
     if (!session.is_virtual) return row;
     const auto in_force = board::access_control(network.ifname);
-    row["driver"] = policy_word(host_policy(in_force.policy));
+    row["driver"] = policy_word(other_policy(in_force.policy));
     row["driver_addresses"] = in_force.addresses;
     return row;
 }
 
 // The host's own list can be written on the virtual board alone; a real host has its ways.
-void store(const Session& session, uint32_t wl_index, int policy, const Addresses& list) {
-    std::string line;
-    for (const std::string& mac : list) line += mac + ' ';
-    if (HOST_CALL(session.library, board_set_mac_filter)(wl_index, policy, line.c_str()) != 0)
-        throw Failed("the host does not take the list");
-}
-
 void change_list(const Session& session, const Network& network, const Arguments& arguments,
                  int policy) {
     Addresses list = access_filter_of(session, network.wl_index()).addresses;
@@ -55,34 +44,29 @@ void change_list(const Session& session, const Network& network, const Arguments
         std::erase(list, station_address(session, "--add", mac));
         list.push_back(station_address(session, "--add", mac));
     }
-    const int limit = HOST_CALL(session.library, hwinfo_get_max_macauth)();
+    const int limit = session.host.hwinfo_get_max_macauth();
     if (std::ssize(list) > limit)
         throw UsageError("a list holds " + std::to_string(limit) + " addresses, not " +
                          std::to_string(list.size()));
-    store(session, network.wl_index(), policy, list);
+    std::string line;
+    for (const std::string& mac : list) line += mac + ' ';
+    if (session.host.board_set_mac_filter(network.wl_index(), policy, line.c_str()) != 0)
+        throw Failed("the host does not take the list");
 }
 
 void change(Session& session, const Network& network, const Arguments& arguments) {
     const uint32_t wl_index = network.wl_index();
-    const bool has_list =
-        arguments.has("--add") || arguments.has("--remove") || arguments.has("--clear");
-    const int policy = arguments.has("--policy")
-                           ? policy_of(arguments.text("--policy"))
-                           : HOST_CALL(session.library, macauth_get_policy)(wl_index);
+    const bool has_list = arguments.has_any({"--add", "--remove", "--clear"});
+    const int policy = arguments.has("--policy") ? policy_of(arguments.text("--policy"))
+                                                 : session.host.macauth_get_policy(wl_index);
     if (has_list) session.require_virtual("its host's address list for change");
     if (session.is_virtual) change_list(session, network, arguments, policy);
-    session.perform("wireless_apply_macauth", [&] {
-        return PLATFORM_CALL(session.library, wireless_apply_macauth)(wl_index);
-    });
-    session.perform("wireless_macauth_set_policy", [&] {
-        return PLATFORM_CALL(session.library, wireless_macauth_set_policy)(wl_index, policy);
-    });
+    session.perform(session.platform.wireless_apply_macauth, wl_index);
+    session.perform(session.platform.wireless_macauth_set_policy, wl_index, policy);
 }
 
 Outcome acl(Session& session, const Arguments& arguments) {
-    const bool changes = arguments.has("--policy") || arguments.has("--add") ||
-                         arguments.has("--remove") || arguments.has("--clear") ||
-                         arguments.has("--apply");
+    const bool changes = arguments.has_any({"--policy", "--add", "--remove", "--clear", "--apply"});
     Json rows = Json::array();
     if (arguments.has("NETWORK")) {
         const Network network = named_network(session, arguments.text("NETWORK"));
@@ -97,29 +81,20 @@ Outcome acl(Session& session, const Arguments& arguments) {
     return {{{"access", rows}}};
 }
 
-constexpr Option kAclOptions[] = {
-    {"NETWORK", Kind::positional, "such as ra0 or rai1; all when not given"},
-    {"--policy",
-     Kind::text,
-     "off, deny (the listed) or allow (only the listed)",
-     {},
-     "off|deny|allow"},
-    {"--add", Kind::text, "address of a station; lasts on the virtual board"},
-    {"--remove", Kind::text, "address of a station"},
-    {"--clear", Kind::flag, "empty the list first"},
-    {"--apply", Kind::flag, "tell the driver again"},
-};
-
 }  // namespace
 
-std::span<const Verb> acl_verbs() {
-    static const Verb kVerbs[] = {
-        {"acl", "", "Shows or changes who may join a network.",
-         "  boardctl acl\n  boardctl acl ra0 --policy deny --add 3C:5A:B4:01:02:03\n"
-         "  boardctl acl ra0 --policy off",
-         acl, kAclOptions},
+Verbs acl_verbs() {
+    return {
+        Verb("acl", "Shows or changes who may join a network.",
+             "acl\nacl ra0 --policy deny --add 3C:5A:B4:01:02:03\nacl ra0 --policy off", acl,
+             {{"NETWORK", Kind::positional, "such as ra0 or rai1; all when not given"},
+              {"--policy", Kind::text, "off, deny (the listed) or allow (only the listed)",
+               "off|deny|allow"},
+              {"--add", Kind::text, "address of a station; lasts on the virtual board"},
+              {"--remove", Kind::text, "address of a station"},
+              {"--clear", Kind::flag, "empty the list first"},
+              {"--apply", Kind::flag, "tell the driver again"}}),
     };
-    return kVerbs;
 }
 
 }  // namespace boardctl

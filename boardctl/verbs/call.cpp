@@ -12,25 +12,21 @@ Outcome call(Session& session, const Arguments& arguments) {
     const std::string name = words.front();
     words.erase(words.begin());
     session.progress(name);
-    return {call_function(session.library, name, words, session.folders()), kGood, true};
+    return {call_function(session.library, name, words, session.folders), kGood, true};
 }
-
-constexpr Option kCallOptions[] = {
-    {"--list", Kind::flag, "the functions"},
-    {"--usage", Kind::text, "what a function takes and answers"},
-    {kRest, Kind::rest, "function and arguments"},
-};
 
 }  // namespace
 
-std::span<const Verb> call_verbs() {
-    static const Verb kVerbs[] = {
-        {"call", "", "Calls any function of the library by its name.",
-         "  boardctl call --list\n  boardctl call --usage get_bootconfig\n"
-         "  boardctl call get_bootconfig ethaddr 64\n  boardctl call mt_rssi_to_pwr -60",
-         call, kCallOptions},
+Verbs call_verbs() {
+    return {
+        Verb("call", "Calls any function of the library by its name.",
+             "call --list\ncall --usage get_bootconfig\n"
+             "call get_bootconfig ethaddr 64\ncall mt_rssi_to_pwr -60",
+             call,
+             {{"--list", Kind::flag, "the functions"},
+              {"--usage", Kind::text, "what a function takes and answers"},
+              {kRest, Kind::rest, "function and arguments"}}),
     };
-    return kVerbs;
 }
 
 }  // namespace boardctl

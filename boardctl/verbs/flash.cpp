@@ -4,35 +4,29 @@
 #include <algorithm>
 
 #include "board/live/flash.h"
-#include "board/live/radio_driver.h"
 #include "board/live/tree.h"
 #include "boardctl/call/call.h"
-#include "boardctl/nearest.h"
-#include "boardctl/verbs/radio_names.h"
-#include "platform/flash.h"
+#include "boardctl/facts/radios.h"
 
 namespace boardctl {
 namespace {
 
-constexpr size_t kHeadSize = 4;  // tells a radio's data from none
 constexpr const char* kUploaded = "/tmp/calibration.bin";
 
 Outcome list(Session& session, const Arguments&) {
     Json rows = Json::array();
     for (const board::Partition& partition : board::partitions())
-        rows.push_back(
-            {{"partition", partition.name},
-             {"device", partition.device},
-             {"bytes", PLATFORM_CALL(session.library, mtd_get_size)(partition.name.c_str())},
-             {"erase_bytes", partition.erase_size}});
+        rows.push_back({{"partition", partition.name},
+                        {"device", partition.device},
+                        {"bytes", session.platform.mtd_get_size(partition.name.c_str())},
+                        {"erase_bytes", partition.erase_size}});
     return {{{"partitions", rows}}};
 }
 
 std::string read_bytes(const Session& session, const std::string& partition, int offset,
                        int length) {
     std::string bytes(static_cast<size_t>(length), '\0');
-    const int size = PLATFORM_CALL(session.library, mtd_readbuf)(bytes.data(), offset, length,
-                                                                 partition.c_str());
+    const int size = session.platform.mtd_readbuf(bytes.data(), offset, length, partition.c_str());
     if (size < 0) throw Failed("cannot read " + partition);
     bytes.resize(static_cast<size_t>(size));
     return bytes;
@@ -64,22 +58,21 @@ Json dump(const std::string& bytes, int offset) {
 int size_of(const Session& session, const std::string& partition) {
     std::vector<std::string> names;
     for (const board::Partition& each : board::partitions()) names.push_back(each.name);
-    if (std::find(names.begin(), names.end(), partition) == names.end())
-        throw UsageError("PARTITION is " + alternatives(names) + ", not " + partition);
-    return static_cast<int>(PLATFORM_CALL(session.library, mtd_get_size)(partition.c_str()));
+    require_one_of(names, partition, "PARTITION");
+    return static_cast<int>(session.platform.mtd_get_size(partition.c_str()));
 }
 
 Outcome read(Session& session, const Arguments& arguments) {
     const std::string partition = arguments.text("PARTITION");
     const int size = size_of(session, partition);
     const bool to_file = arguments.has("--output");
-    const int offset = number_of(arguments.text("--offset", "0"), "--offset", {0, size - 1});
+    const int offset = arguments.number("--offset", 0, {0, size - 1});
     const int rest = size - offset;
-    const std::string usual = std::to_string(to_file ? rest : std::min(rest, 256));
-    const int length = number_of(arguments.text("--length", usual), "--length", {1, rest});
+    const int usual = to_file ? rest : std::min(rest, 256);
+    const int length = arguments.number("--length", usual, {1, rest});
     const auto bytes = read_bytes(session, partition, offset, length);
     if (!to_file) return {{{"content", dump(bytes, offset)}}};
-    session.folders().write(arguments.text("--output"), bytes);
+    session.folders.write(arguments.text("--output"), bytes);
     return {{{"written", bytes.size()}, {"file", arguments.text("--output")}}};
 }
 
@@ -102,7 +95,7 @@ Outcome get_variables(Session& session, const Arguments& arguments) {
     for (const std::string& name : names) {
         check_variable(name, "");
         char value[1024];
-        if (PLATFORM_CALL(session.library, get_bootconfig)(name.c_str(), value, sizeof value) == 0)
+        if (session.platform.get_bootconfig(name.c_str(), value, sizeof value) == 0)
             throw Failed("the boot environment cannot be read");
         answer[name] = value;
     }
@@ -113,28 +106,25 @@ Outcome set_variable(Session& session, const Arguments& arguments) {
     const std::string name = arguments.text("NAME");
     const std::string value = arguments.text("VALUE");
     check_variable(name, value);
-    PLATFORM_CALL(session.library, set_bootconfig)("set", (name + '=' + value).c_str());
+    session.platform.set_bootconfig("set", (name + '=' + value).c_str());
     char stored[1024];
-    PLATFORM_CALL(session.library, get_bootconfig)(name.c_str(), stored, sizeof stored);
+    session.platform.get_bootconfig(name.c_str(), stored, sizeof stored);
     return {{{name, stored}}, stored == value ? kGood : kFailed};
 }
 
 Json calibration_row(const Session& session, const Radio& radio) {
-    const auto offset = board::radio_index_value(radio.main_ifname, "EEPROM_offset").value_or("0");
-    const int place = number_of(offset.starts_with("0x") ? offset : "0x" + offset, "EEPROM_offset");
-    const std::string head = read_bytes(session, "Factory", place, kHeadSize);
-    const bool is_there = head.size() == kHeadSize && head != std::string(kHeadSize, '\0') &&
-                          head != std::string(kHeadSize, '\xff');
+    const auto place = static_cast<int>(calibration_place(radio));
+    const std::string head = read_bytes(session, "Factory", place, kCalibrationHead);
     return {{"radio", radio.main_ifname},
             {"offset", fmt::format("{:05x}", place)},
             {"head", digits_of(head)},
-            {"valid", is_there}};
+            {"valid", is_calibration(head)}};
 }
 
 Outcome calibration(Session& session, const Arguments&) {
     Json rows = Json::array();
     for (const Radio& radio : radios_of(session)) rows.push_back(calibration_row(session, radio));
-    const int status = PLATFORM_CALL(session.library, check_eeprom)();
+    const int status = session.platform.check_eeprom();
     return {{{"calibration", rows}, {"valid", status == 0}}, status == 0 ? kGood : kFailed};
 }
 
@@ -142,67 +132,42 @@ Outcome calibration(Session& session, const Arguments&) {
 Outcome install(Session& session, const Arguments& arguments) {
     std::string path = arguments.text("FILE");
     if (!path.empty() && session.is_virtual) {
-        board::write_text(kUploaded, session.folders().read(path));
+        board::write_text(kUploaded, session.folders.read(path));
         path = kUploaded;
     }
-    const Step step = session.perform("install_eeprom", [&] {
-        return PLATFORM_CALL(session.library,
-                             install_eeprom)(path.empty() ? nullptr : path.c_str());
-    });
+    const Step step =
+        session.perform(session.platform.install_eeprom, path.empty() ? nullptr : path.c_str());
     if (step.result != 0) throw Failed("the image is refused, Factory is as it was");
-    session.perform("extract_eeprom()", PLATFORM_CALL(session.library, extract_eeprom));
+    session.perform(session.platform.extract_eeprom);
     return calibration(session, arguments);
 }
 
-constexpr Option kReadOptions[] = {
-    {"PARTITION", Kind::required, "as \"flash list\" names it"},
-    {"--offset", Kind::number, "first byte, 0 when not given"},
-    {"--length", Kind::number, "256 when not given, the whole partition with --output"},
-    {"--output", Kind::text, "file that takes the bytes"},
-};
-constexpr Option kGetVariablesOptions[] = {
-    {"NAME", Kind::texts, "variables"},
-};
-constexpr Option kSetVariableOptions[] = {
-    {"NAME", Kind::required, "variable"},
-    {"VALUE", Kind::required, "its value", {}, nullptr, true},
-};
-constexpr Option kInstallOptions[] = {
-    {"FILE", Kind::positional, "an image"},
-};
-
 }  // namespace
 
-std::span<const Verb> flash_verbs() {
-    static const Verb kVerbs[] = {
-        {"flash",
-         "list",
-         "The flash partitions.",
-         "  boardctl flash\n  boardctl flash list --json",
-         list,
-         {},
-         true},
-        {"flash", "read", "Reads a partition, as hexadecimal lines or into a file.",
-         "  boardctl flash read Factory --offset 0x8000 --length 16\n"
-         "  boardctl flash read Factory --output factory.bin",
-         read, kReadOptions},
-        {"env", "get", "Boot variables; the board's own when none is named.",
-         "  boardctl env\n  boardctl env get ethaddr", get_variables, kGetVariablesOptions, true},
-        {"env", "set", "Sets a boot variable, or removes it with an empty value.",
-         "  boardctl env set bootdelay 5", set_variable, kSetVariableOptions},
-        {"calibration",
-         "show",
-         "Whether the radios' calibration data is there.",
-         "  boardctl calibration",
-         calibration,
-         {},
-         true},
-        {"calibration", "install",
-         "Writes calibration data, the default image when no file is named.",
-         "  boardctl calibration install\n  boardctl calibration install factory.bin", install,
-         kInstallOptions},
+Verbs flash_verbs() {
+    return {
+        Verb("flash list*", "The flash partitions.", "flash\nflash list --json", list),
+        Verb("flash read", "Reads a partition, as hexadecimal lines or into a file.",
+             "flash read Factory --offset 0x8000 --length 16\nflash read Factory --output "
+             "factory.bin",
+             read,
+             {{"PARTITION", Kind::required, "as \"flash list\" names it"},
+              {"--offset", Kind::number, "first byte, 0 when not given"},
+              {"--length", Kind::number, "256 when not given, the whole partition with --output"},
+              {"--output", Kind::text, "file that takes the bytes"}}),
+        Verb("env get*", "Boot variables; the board's own when none is named.",
+             "env\nenv get ethaddr", get_variables, {{"NAME", Kind::texts, "variables"}}),
+        Verb("env set", "Sets a boot variable, or removes it with an empty value.",
+             "env set bootdelay 5", set_variable,
+             {{"NAME", Kind::required, "variable"},
+              {"VALUE", Kind::required, "its value", kOrEmpty}}),
+        Verb("calibration show*", "Whether the radios' calibration data is there.", "calibration",
+             calibration),
+        Verb("calibration install",
+             "Writes calibration data, the default image when no file is named.",
+             "calibration install\ncalibration install factory.bin", install,
+             {{"FILE", Kind::positional, "an image"}}),
     };
-    return kVerbs;
 }
 
 }  // namespace boardctl

@@ -1,30 +1,12 @@
 // The driver profiles of the radios.
-#include <algorithm>
-#include <set>
-
-#include "board/live/key_file.h"
+#include "boardctl/facts/profile.h"
 #include "board/live/radio_driver.h"
-#include "boardctl/verbs/profile_changes.h"
-#include "boardctl/verbs/radio_names.h"
+#include "boardctl/facts/radios.h"
 
 namespace boardctl {
 namespace {
 
 using board::KeyFile;
-
-std::vector<std::string> keys_of(const KeyFile& file) {
-    std::vector<std::string> keys;
-    std::set<std::string_view> seen;
-    for (const std::string& line : file.lines())
-        if (const auto pair = board::split_key_value(line); pair && seen.insert(pair->key).second)
-            keys.emplace_back(pair->key);
-    return keys;
-}
-
-Json value_of(const KeyFile& file, const std::string& key) {
-    const auto value = file.get(key);
-    return value ? Json(*value) : Json();
-}
 
 KeyFile profile_of(const Radio& radio) {
     auto file = KeyFile::load(radio.profile_path);
@@ -52,38 +34,16 @@ Outcome diff(Session& session, const Arguments& arguments) {
     return {answer};
 }
 
-constexpr Option kShowOptions[] = {
-    {"IFNAME", Kind::required, "an interface of the radio"},
-    {"KEY", Kind::texts, "only these keys"},
-};
-constexpr Option kDiffOptions[] = {
-    {"IFNAME", Kind::positional, "an interface of the radio; all when not given"},
-};
-
 }  // namespace
 
-Json changes_between(const KeyFile& before, const KeyFile& after) {
-    Json rows = Json::array();
-    const auto keys = keys_of(after);
-    for (const std::string& key : keys)
-        if (before.get(key) != after.get(key))
-            rows.push_back(
-                {{"key", key}, {"before", value_of(before, key)}, {"after", value_of(after, key)}});
-    for (const std::string& key : keys_of(before))
-        if (!after.get(key))
-            rows.push_back({{"key", key}, {"before", value_of(before, key)}, {"after", Json()}});
-    return rows;
-}
-
-std::span<const Verb> profile_verbs() {
-    static const Verb kVerbs[] = {
-        {"profile", "show", "Shows a radio's driver profile, or some of its keys.",
-         "  boardctl profile show ra0\n  boardctl profile show rai0 SSID1 Channel", show,
-         kShowOptions},
-        {"profile", "diff", "How the profile differs from the one that the driver runs with.",
-         "  boardctl profile diff\n  boardctl profile diff rai0 --json", diff, kDiffOptions, true},
+Verbs profile_verbs() {
+    return {
+        Verb("profile show", "Shows a radio's driver profile, or some of its keys.",
+             "profile show ra0\nprofile show rai0 SSID1 Channel", show,
+             {kRadio, {"KEY", Kind::texts, "only these keys"}}),
+        Verb("profile diff*", "How the profile differs from the one that the driver runs with.",
+             "profile diff\nprofile diff rai0 --json", diff, {kRadioOrAll}),
     };
-    return kVerbs;
 }
 
 }  // namespace boardctl

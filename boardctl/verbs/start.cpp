@@ -1,12 +1,8 @@
 // start and apply: what the host does at power-on and after a change of its configuration.
 #include <algorithm>
 
-#include "board/live/journal.h"
-#include "boardctl/nearest.h"
-#include "boardctl/verbs/profile_changes.h"
-#include "boardctl/verbs/radio_names.h"
-#include "platform/platform.h"
-#include "src/host/host.h"
+#include "boardctl/facts/profile.h"
+#include "boardctl/facts/radios.h"
 
 namespace boardctl {
 namespace {
@@ -14,46 +10,38 @@ namespace {
 using board::KeyFile;
 
 // A power-on, in order.
-constexpr const char* kSteps[] = {"set_ftm_cache",        "init_mt7622", "platform_init_wireless",
-                                  "init_ethernet_switch", "reinit_vlan", "init_portconfig",
-                                  "init_sniff_port"};
+constexpr Function<int()> Platform::*kSteps[] = {
+    &Platform::set_ftm_cache,        &Platform::init_mt7622, &Platform::platform_init_wireless,
+    &Platform::init_ethernet_switch, &Platform::reinit_vlan, &Platform::init_portconfig,
+    &Platform::init_sniff_port};
 
-Json counted(const Step& step) {
-    return {{"call", step.call},
-            {"result", step.result},
-            {"effects", step.effects.size()},
-            {"messages", step.messages.size()}};
-}
-
-Json in_full(const Step& step) {
-    return {{"call", step.call},
-            {"result", step.result},
-            {"messages", step.messages},
-            {"effects", step.effects}};
+Json row_of(const Step& step, const Arguments& arguments) {
+    Json row = {{"call", step.call}, {"result", step.result}};
+    if (arguments.has("--steps")) {
+        row["messages"] = step.messages;
+        row["effects"] = step.effects;
+    } else {
+        row["effects"] = step.effects.size();
+        row["messages"] = step.messages.size();
+    }
+    return row;
 }
 
 bool is_good(const Session& session, const Step& step) {
     if (step.call != "init_ethernet_switch()") return step.result == 0;
-    const int iptv = HOST_CALL(session.library, get_iptv_config)();
+    const int iptv = session.host.get_iptv_config();
     return step.result == (iptv == 1 ? 0 : iptv);
 }
 
 Outcome start(Session& session, const Arguments& arguments) {
     Outcome outcome;
     Json& steps = outcome.value["steps"] = Json::array();
-    for (const char* const name : kSteps) {
-        auto* const function = session.library.get<int()>(name);
-        const Step step = session.perform(std::string(name) + "()", function);
-        steps.push_back(arguments.has("--steps") ? in_full(step) : counted(step));
+    for (const auto function : kSteps) {
+        const Step step = session.perform(session.platform.*function);
+        steps.push_back(row_of(step, arguments));
         if (!is_good(session, step)) outcome.status = kFailed;
     }
     return outcome;
-}
-
-template <size_t kSize>
-void set_text(char (&field)[kSize], const std::string& text) {
-    std::fill_n(field, kSize, '\0');
-    std::copy(text.begin(), text.end(), field);
 }
 
 void check_ssid(const std::string& ssid, const char* name) {
@@ -96,15 +84,13 @@ void set_key(wireless_conf& record, const std::string& key) {
 
 // The options of "apply" that change a network's record; false when none is given.
 bool change(wireless_conf& record, const Arguments& arguments) {
-    const bool changes = arguments.has("--ssid") || arguments.has("--key") ||
-                         arguments.has("--hidden") || arguments.has("--enabled");
     check_ssid(arguments.text("--ssid"), "--ssid");
     if (arguments.has("--ssid")) set_text(record.ssid, arguments.text("--ssid"));
     if (arguments.has("--key")) set_key(record, arguments.text("--key"));
     if (arguments.has("--hidden"))
         record.ssid_broadcast = is_on(arguments.text("--hidden")) ? 0 : 1;
     if (arguments.has("--enabled")) record.enabled = is_on(arguments.text("--enabled")) ? 1 : 0;
-    return changes;
+    return arguments.has_any({"--ssid", "--key", "--hidden", "--enabled"});
 }
 
 // Record 0 also holds the radio's settings: its channel and the repeater's link.
@@ -127,25 +113,23 @@ using Change = bool (*)(wireless_conf& record, const Arguments& arguments);
 void store(const Session& session, const std::string& ifname, const Arguments& arguments,
            Change make_change) {
     wireless_conf record{};
-    if (HOST_CALL(session.library, read_wireless_conf)(&record, ifname.c_str()) != 0)
+    if (session.host.read_wireless_conf(&record, ifname.c_str()) != 0)
         throw Failed("the host has no configuration of " + ifname);
     if (!make_change(record, arguments)) return;
-    if (HOST_CALL(session.library, set_wireless_conf)(&record, ifname.c_str()) != 0)
+    if (session.host.set_wireless_conf(&record, ifname.c_str()) != 0)
         throw Failed("the host does not store the configuration of " + ifname);
 }
 
 void check_channel(const Session& session, const std::string& ifname, const Arguments& arguments) {
     constexpr int kLastChannel = 196;
     constexpr int kWidth = 20;
-    const auto is_valid = HOST_CALL(session.library, wireless_check_channel_valid);
+    const auto& is_valid = session.host.wireless_check_channel_valid;
     std::vector<std::string> channels = {"0"};
     for (int channel = 1; channel <= kLastChannel; ++channel)
         if (is_valid(ifname.c_str(), 0, kWidth, channel) != 0)
             channels.push_back(std::to_string(channel));
-    const std::string wanted = std::to_string(arguments.number("--channel", 0));
-    if (std::find(channels.begin(), channels.end(), wanted) == channels.end())
-        throw UsageError("--channel of " + ifname + " is " + alternatives(channels) + ", not " +
-                         wanted);
+    require_one_of(channels, std::to_string(arguments.number("--channel", 0)),
+                   "--channel of " + ifname);
 }
 
 Outcome apply(Session& session, const Arguments& arguments) {
@@ -159,52 +143,43 @@ Outcome apply(Session& session, const Arguments& arguments) {
     store(session, main_ifname, arguments, change_radio);
 
     const auto before = KeyFile::load_or_empty(network.radio.profile_path);
-    const Step step = session.perform("platform_set_wireless(null, \"" + main_ifname + "\")", [&] {
-        return PLATFORM_CALL(session.library, platform_set_wireless)(nullptr, main_ifname.c_str());
-    });
+    const Step step =
+        session.perform("platform_set_wireless(null, \"" + main_ifname + "\")",
+                        session.platform.platform_set_wireless, nullptr, main_ifname.c_str());
     const auto after = KeyFile::load_or_empty(network.radio.profile_path);
-    Json answer = arguments.has("--steps") ? in_full(step) : counted(step);
+    Json answer = row_of(step, arguments);
     answer["profile"] = network.radio.profile_path;
     answer["changes"] = changes_between(before, after);
     return {answer, step.result == 0 ? kGood : kFailed};
 }
 
-constexpr Option kStartOptions[] = {
-    {"--fresh", Kind::flag, "make the virtual board anew first, as it leaves the factory"},
-    {"--erased", Kind::flag, "make it anew without calibration data"},
-    {"--steps", Kind::flag, "show the messages and effects of each step"},
-};
-constexpr Option kApplyOptions[] = {
-    {"IFNAME", Kind::required, "a network, such as ra0 or rai1"},
-    {"--ssid", Kind::text, "its new name"},
-    {"--key", Kind::text, "its new passphrase"},
-    {"--hidden", Kind::text, "on or off", {}, kOnOff},
-    {"--enabled", Kind::text, "on or off", {}, kOnOff},
-    {"--channel", Kind::number, "of its radio; 0 is automatic", {0, 196}},
-    {"--repeat",
-     Kind::text,
-     "the network that its radio repeats; \"\" for none",
-     {},
-     nullptr,
-     true},
-    {"--repeat-key", Kind::text, "passphrase there", {}, nullptr, true},
-    {"--steps", Kind::flag, "show messages and effects"},
-};
-
 }  // namespace
 
-std::span<const Verb> start_verbs() {
-    static const Verb kVerbs[] = {
-        {"start", "", "Power-on: calibration, modules, radios and the Ethernet switch.",
-         "  boardctl start\n  boardctl start --steps      with every command, in order\n"
-         "  boardctl start --erased     a new board without calibration data",
-         start, kStartOptions},
-        {"apply", "", "Applies the configuration of a radio, after changes of a network if any.",
-         "  boardctl apply ra0\n  boardctl apply rai1 --ssid garden --hidden on\n"
-         "  boardctl apply rai0 --repeat upstairs --repeat-key secret123",
-         apply, kApplyOptions},
+Verbs start_verbs() {
+    return {
+        Verb(
+            "start", "Power-on: calibration, modules, radios and the Ethernet switch.",
+            "start\nstart --steps      with every command, in order\n"
+            "start --erased     a new board without calibration data",
+            start,
+            {{"--fresh", Kind::flag, "make the virtual board anew first, as it leaves the factory"},
+             {"--erased", Kind::flag, "make it anew without calibration data"},
+             {"--steps", Kind::flag, "show the messages and effects of each step"}}),
+        Verb("apply", "Applies the configuration of a radio, after changes of a network if any.",
+             "apply ra0\napply rai1 --ssid garden --hidden on\n"
+             "apply rai0 --repeat upstairs --repeat-key secret123",
+             apply,
+             {{"IFNAME", Kind::required, "a network, such as ra0 or rai1"},
+              {"--ssid", Kind::text, "its new name"},
+              {"--key", Kind::text, "its new passphrase"},
+              {"--hidden", Kind::text, "on or off", kOnOff},
+              {"--enabled", Kind::text, "on or off", kOnOff},
+              {"--channel", Kind::number, "of its radio; 0 is automatic", {0, 196}},
+              {"--repeat", Kind::text, "the network that its radio repeats; \"\" for none",
+               kOrEmpty},
+              {"--repeat-key", Kind::text, "passphrase there", kOrEmpty},
+              {"--steps", Kind::flag, "show messages and effects"}}),
     };
-    return kVerbs;
 }
 
 }  // namespace boardctl

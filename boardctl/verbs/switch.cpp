@@ -1,13 +1,7 @@
 // The Ethernet switch as a whole: VLANs and address table.
-#include <bit>
-
-#include "board/host/entry.h"
 #include "board/live/switch.h"
-#include "boardctl/verbs/host_records.h"
-#include "boardctl/verbs/port_names.h"
-#include "boardctl/verbs/radio_names.h"
-#include "platform/switch.h"
-#include "src/host/host.h"
+#include "boardctl/facts/ports.h"
+#include "boardctl/verb.h"
 
 namespace boardctl {
 namespace {
@@ -15,17 +9,13 @@ namespace {
 constexpr int kAllPorts = 0x7f;
 
 void rebuild(Session& session, const Arguments& arguments) {
-    const Library& library = session.library;
     if (!arguments.has("--iptv")) {
-        session.perform("reinit_vlan()", PLATFORM_CALL(library, reinit_vlan));
+        session.perform(session.platform.reinit_vlan);
         return;
     }
     const int iptv = is_on(arguments.text("--iptv")) ? 1 : 0;
-    session.perform("set_iptv_system",
-                    [&] { return PLATFORM_CALL(library, set_iptv_system)(iptv); });
-    if (!session.is_virtual) return;
-    const std::string line = "set iptv_config " + std::to_string(iptv);
-    HOST_CALL(library, board_set_state)(line.c_str());
+    session.perform(session.platform.set_iptv_system, iptv);
+    session.store("set iptv_config " + std::to_string(iptv));
 }
 
 // The switch command tells nothing back; on the virtual board we know what it was told.
@@ -33,10 +23,9 @@ Json vlan_rows(const Session& session) {
     const board::Switch board_switch;
     Json rows = Json::array();
     for (const Port& port : ports_of(session))
-        rows.push_back(
-            {{"port", port.name},
-             {"switch_port", port.switch_port},
-             {"vlan", board_switch.setting("pvid." + std::to_string(port.switch_port))}});
+        rows.push_back({{"port", port.name},
+                        {"switch_port", port.switch_port},
+                        {"vlan", board_switch.setting("pvid." + port.number())}});
     return rows;
 }
 
@@ -68,27 +57,23 @@ Json ports_in(const Session& session, uint8_t port_map) {
 }
 
 Outcome mac_table(Session& session, const Arguments& arguments) {
-    const Library& library = session.library;
     std::vector<std::string> deleted;
     for (const std::string& mac : arguments.texts("--delete"))
         deleted.push_back(station_address(session, "--delete", mac));
     if (arguments.has("--clear"))
-        session.perform("clearing the address table",
-                        PLATFORM_CALL(library, ethswitch_clear_mactable));
+        session.perform("clearing the address table", session.platform.ethswitch_clear_mactable);
     for (const std::string& mac : deleted)
-        session.perform("deleting " + mac,
-                        [&] { return PLATFORM_CALL(library, ethswitch_del_mac)(mac.c_str()); });
+        session.perform("deleting " + mac, session.platform.ethswitch_del_mac, mac.c_str());
     std::vector<switch_mac_entry> entries(board::kAddressTable);
-    const Step walk = session.perform("walking the address table", [&] {
-        return PLATFORM_CALL(library, ethswitch_get_all_macentry)(
-            entries.data(), static_cast<int>(entries.size()), kAllPorts);
-    });
+    const Step walk =
+        session.perform("walking the address table", session.platform.ethswitch_get_all_macentry,
+                        entries.data(), static_cast<int>(entries.size()), kAllPorts);
     if (walk.result < 0) throw Failed("the switch does not tell its addresses");
     entries.resize(static_cast<size_t>(walk.result));
     Json rows = Json::array();
     for (const switch_mac_entry& entry : entries) {
         const std::string mac = address_text(session, entry.mac);
-        const bool has_link = PLATFORM_CALL(library, ethswitch_get_mac_port_link)(mac.c_str()) != 0;
+        const bool has_link = session.platform.ethswitch_get_mac_port_link(mac.c_str()) != 0;
         rows.push_back({{"station", mac},
                         {"ports", ports_in(session, entry.port_map)},
                         {"link", has_link},
@@ -97,26 +82,19 @@ Outcome mac_table(Session& session, const Arguments& arguments) {
     return {{{"addresses", rows}}};
 }
 
-constexpr Option kVlanOptions[] = {
-    {"--rebuild", Kind::flag, "as the host has it stored"},
-    {"--iptv", Kind::text, "on or off: with the IPTV port among the WAN's, or not", {}, kOnOff},
-};
-constexpr Option kMacTableOptions[] = {
-    {"--delete", Kind::texts, "forget these addresses first"},
-    {"--clear", Kind::flag, "forget all first"},
-};
-
 }  // namespace
 
-std::span<const Verb> switch_verbs() {
-    static const Verb kVerbs[] = {
-        {"vlan", "", "Shows or rebuilds the LAN and WAN VLANs.",
-         "  boardctl vlan\n  boardctl vlan --iptv on", vlan, kVlanOptions},
-        {"mac-table", "", "The addresses that the switch has learnt.",
-         "  boardctl mac-table\n  boardctl mac-table --delete 02:00:5E:10:00:01", mac_table,
-         kMacTableOptions},
+Verbs switch_verbs() {
+    return {
+        Verb("vlan", "Shows or rebuilds the LAN and WAN VLANs.", "vlan\nvlan --iptv on", vlan,
+             {{"--rebuild", Kind::flag, "as the host has it stored"},
+              {"--iptv", Kind::text, "on or off: with the IPTV port among the WAN's, or not",
+               kOnOff}}),
+        Verb("mac-table", "The addresses that the switch has learnt.",
+             "mac-table\nmac-table --delete 02:00:5E:10:00:01", mac_table,
+             {{"--delete", Kind::texts, "forget these addresses first"},
+              {"--clear", Kind::flag, "forget all first"}}),
     };
-    return kVerbs;
 }
 
 }  // namespace boardctl

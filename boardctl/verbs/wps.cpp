@@ -3,9 +3,7 @@
 
 #include <fmt/format.h>
 
-#include "boardctl/verbs/radio_names.h"
-#include "platform/wps.h"
-#include "src/host/host.h"
+#include "boardctl/facts/radios.h"
 
 namespace boardctl {
 namespace {
@@ -19,16 +17,16 @@ std::string state_word(int state) {
 
 // The host keeps the state of a run in its own words.
 void keep_status(const Session& session, const std::string& ifname, int status) {
-    HOST_CALL(session.library, istatus_set_value_direct)
-    (("wps_status." + ifname).c_str(), std::to_string(status).c_str());
+    session.host.istatus_set_value_direct(("wps_status." + ifname).c_str(),
+                                          std::to_string(status).c_str());
 }
 
 // One query, with which a run on the virtual board goes on.
 Json row_of(const Session& session, const std::string& ifname, int& state) {
     uint32_t raw = 0;
-    state = PLATFORM_CALL(session.library, wireless_get_wps_status)(ifname.c_str(), &raw);
+    state = session.platform.wireless_get_wps_status(ifname.c_str(), &raw);
     wsc_peer_info peer{};
-    PLATFORM_CALL(session.library, apcp_get_wsc_peerinfo_by_ifname)(ifname.c_str(), &peer);
+    session.platform.apcp_get_wsc_peerinfo_by_ifname(ifname.c_str(), &peer);
     return {{"interface", ifname},
             {"state", state_word(state)},
             {"driver", raw},
@@ -50,7 +48,7 @@ Outcome status(Session& session, const Arguments& arguments) {
 std::string uuid_of(const Session& session, const std::string& ifname) {
     uint8_t uuid[64] = {};
     uint32_t length = 0;
-    if (PLATFORM_CALL(session.library, wireless_get_wps_uuid)(ifname.c_str(), uuid, &length) != 0)
+    if (session.platform.wireless_get_wps_uuid(ifname.c_str(), uuid, &length) != 0)
         throw Failed("the driver of " + ifname + " tells no UUID");
     std::string digits;
     for (uint32_t i = 0; i < length && i < sizeof uuid; ++i)
@@ -62,7 +60,7 @@ Outcome identity(Session& session, const Arguments& arguments) {
     Json rows = Json::array();
     for (const Radio& radio : named_radios(session, arguments)) {
         const std::string& ifname = radio.main_ifname;
-        const int pin = PLATFORM_CALL(session.library, wireless_gen_pincode)(ifname.c_str());
+        const int pin = session.platform.wireless_gen_pincode(ifname.c_str());
         if (pin < 0) throw Failed("the driver of " + ifname + " tells no PIN");
         rows.push_back({{"interface", ifname},
                         {"pin", fmt::format("{:08d}", pin)},
@@ -87,19 +85,16 @@ wps_start_request request_of(const Arguments& arguments) {
 }
 
 void begin(Session& session, const std::string& ifname, const wps_start_request& request) {
-    const Library& library = session.library;
-    session.perform("wireless_prepare_wps",
-                    [&] { return PLATFORM_CALL(library, wireless_prepare_wps)(ifname.c_str()); });
+    session.perform(session.platform.wireless_prepare_wps, ifname.c_str());
     keep_status(session, ifname, WPS_STATE_RUNNING);
-    const Step step = session.perform("wireless_wps_start", [&] {
-        return PLATFORM_CALL(library, wireless_wps_start)(ifname.c_str(), &request);
-    });
+    const Step step =
+        session.perform(session.platform.wireless_wps_start, ifname.c_str(), &request);
     if (step.result != 1) throw Failed("WPS did not start on " + ifname);
 }
 
 std::string configured_ifname(const Session& session) {
     char ifname[PLATFORM_IFNAME_SIZE] = {};
-    PLATFORM_CALL(session.library, wireless_get_wps_configured_ifname)(ifname);
+    session.platform.wireless_get_wps_configured_ifname(ifname);
     return field_text(ifname);
 }
 
@@ -124,47 +119,29 @@ Outcome start_run(Session& session, const Arguments& arguments) {
 
 Outcome stop_run(Session& session, const Arguments& arguments) {
     const std::string ifname = named_radio(session, arguments.text("IFNAME")).main_ifname;
-    session.perform("wireless_wps_stop", [&] {
-        return PLATFORM_CALL(session.library, wireless_wps_stop)(ifname.c_str());
-    });
+    session.perform(session.platform.wireless_wps_stop, ifname.c_str());
     int state = 0;
     const Json row = row_of(session, ifname, state);
     if (state == WPS_STATE_FAILED) keep_status(session, ifname, state);
     return {{{"wps", Json::array({row})}}};
 }
 
-constexpr Option kRadio = {"IFNAME", Kind::required, "an interface of the radio"};
-
-constexpr Option kStatusOptions[] = {
-    {"IFNAME", Kind::positional, "an interface of the radio; all when not given"},
-};
-constexpr Option kRunOptions[] = {
-    kRadio,
-    {"--pin", Kind::text, "of the other device; by push button when not given"},
-    {"--seconds", Kind::number, "how long to follow it; 120 when not given", {1, 3600}},
-    {"--no-wait", Kind::flag, "only start it"},
-};
-constexpr Option kStopOptions[] = {
-    kRadio,
-};
-constexpr Option kIdentityOptions[] = {
-    {"IFNAME", Kind::positional, "an interface of the radio; all when not given"},
-};
-
 }  // namespace
 
-std::span<const Verb> wps_verbs() {
-    static const Verb kVerbs[] = {
-        {"wps", "status", "How the WPS runs of the radios stand.",
-         "  boardctl wps status\n  boardctl wps status ra0 --json", status, kStatusOptions, true},
-        {"wps", "start", "Starts a run by push button or PIN and follows it to its end.",
-         "  boardctl wps start rai0\n  boardctl wps start rai0 --pin 12345670 --no-wait", start_run,
-         kRunOptions},
-        {"wps", "stop", "Stops a run.", "  boardctl wps stop rai0", stop_run, kStopOptions},
-        {"wps", "identity", "PIN and UUID of the radios.", "  boardctl wps identity --json",
-         identity, kIdentityOptions},
+Verbs wps_verbs() {
+    return {
+        Verb("wps status*", "How the WPS runs of the radios stand.",
+             "wps status\nwps status ra0 --json", status, {kRadioOrAll}),
+        Verb("wps start", "Starts a run by push button or PIN and follows it to its end.",
+             "wps start rai0\nwps start rai0 --pin 12345670 --no-wait", start_run,
+             {kRadio,
+              {"--pin", Kind::text, "of the other device; by push button when not given"},
+              {"--seconds", Kind::number, "how long to follow it; 120 when not given", {1, 3600}},
+              {"--no-wait", Kind::flag, "only start it"}}),
+        Verb("wps stop", "Stops a run.", "wps stop rai0", stop_run, {kRadio}),
+        Verb("wps identity", "PIN and UUID of the radios.", "wps identity --json", identity,
+             {kRadioOrAll}),
     };
-    return kVerbs;
 }
 
 }  // namespace boardctl

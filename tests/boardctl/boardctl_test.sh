@@ -39,14 +39,7 @@ json() {
 [ $? -eq 77 ] && echo "skipped: $(cat err)" && exit 77
 [ -d "$board/var/board" ] || fail 'the board is not where XDG_STATE_HOME says'
 
-# Help of every verb, and wrong command lines.
-status 0 --help
-verbs=$(awk '/^Subcommands:/ { on = 1; next } /^$/ { on = 0 } on && /^  [a-z]/ { print $1 }' out)
-[ "$(wc -w <<<"$verbs")" -ge 19 ] || fail "only the verbs $verbs"
-for verb in $verbs; do
-    status 0 "$verb" --help
-    grep -q '^  boardctl '"$verb" out || fail "no example of $verb"
-done
+# Wrong command lines.
 while IFS='|' read -r line message; do
     eval "status 2 $line"
     grep -qF -- "boardctl: $message" err && [ "$(wc -l <err)" -eq 1 ] || fail "$line: $(cat err)"
@@ -245,18 +238,18 @@ boardctl() {
     "$boardctl" "$@" >out 2>err </dev/null || fail "status $? of: boardctl $*: $(cat err)"
 }
 status 0 start --fresh
-examples=0
-while read -r example; do
-    eval "$example"
-    examples=$((examples + 1))
-done < <(
-    for verb in '' ${verbs/config/} config; do
-        # shellcheck disable=SC2086
-        "$boardctl" $verb --help | sed -n 's/^  \(boardctl .*\)/\1/p' | sed 's/   .*//'
-    done
-    grep '^boardctl ' "$manual"
-)
-[ $examples -ge 60 ] || fail "only $examples examples"
+boardctl --help
+verbs=$(awk '/^Subcommands:/ { on = 1; next } /^$/ { on = 0 } on && /^  [a-z]/ { print $1 }' out)
+for verb in '' ${verbs/config/} config; do
+    # shellcheck disable=SC2086
+    boardctl $verb --help
+    sed -n 's/^  \(boardctl .*\)/\1/p' out | sed 's/   .*//' >examples
+    grep -q "^boardctl $verb" examples || fail "no example of $verb"
+    cat examples >>all
+done
+grep '^boardctl ' "$manual" >>all
+[ "$(wc -w <<<"$verbs")" -ge 19 ] && [ "$(wc -l <all)" -ge 60 ] || fail "only $verbs; $(cat all)"
+while read -r example; do eval "$example"; done <all
 unset -f boardctl
 status 0 start --fresh
 status 0 check

@@ -1,4 +1,4 @@
-#include "boardctl/virtual_board.h"
+#include "boardctl/program/virtual_board.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -11,7 +11,6 @@
 #include <cstring>
 
 #include "board/host/entry.h"
-#include "board/tree/enter.h"
 #include "boardctl/errors.h"
 #include "boardctl/text.h"
 
@@ -22,6 +21,15 @@ namespace fs = std::filesystem;
 
 [[noreturn]] void refuse(const fs::path& directory, const std::string& reason) {
     throw Missing(directory.string() + ' ' + reason);
+}
+
+template <class Work>
+void or_missing(const Work& work) {
+    try {
+        work();
+    } catch (const fs::filesystem_error& error) {
+        throw Missing(error.what());
+    }
 }
 
 void require_own_folder(const fs::path& directory) {
@@ -50,14 +58,12 @@ fs::path without_last_slash(const fs::path& directory) {
 
 VirtualBoard::VirtualBoard(const fs::path& directory, const board::TreeParts& parts)
     : directory_(without_last_slash(directory)), parts_(parts) {
-    try {
+    or_missing([&] {
         fs::create_directories(directory_);
         require_own_folder(directory_);
         lock(directory_);
         kind_ = board::kind_of(directory_);
-    } catch (const fs::filesystem_error& error) {
-        throw Missing(error.what());
-    }
+    });
     if (kind_ == board::Folder::foreign)
         refuse(directory_, std::string("is not empty and no virtual board (it has no ") +
                                board::kMark + "): name an empty or a new folder with --board");
@@ -72,36 +78,24 @@ void VirtualBoard::make_if_missing() const {
 
 void VirtualBoard::make(bool erased_factory) const {
     const auto factory = erased_factory ? board::FactoryData::erased : board::FactoryData::good;
-    try {
-        board::make_tree(directory_, parts_, factory);
-    } catch (const fs::filesystem_error& error) {
-        throw Missing(error.what());
-    }
+    or_missing([&] { board::make_tree(directory_, parts_, factory); });
 }
 
-void VirtualBoard::check_configuration(const Library& library) const {
+void VirtualBoard::check_configuration(const Host& host) const {
     const auto complain = [](const char* text) {
         std::fprintf(stderr, "%s\n", shown(text).c_str());
     };
-    if (HOST_CALL(library, board_check_configuration)(directory_.c_str(), complain) != 0)
+    if (host.board_check_configuration(directory_.c_str(), complain) != 0)
         throw UsageError("correct the board's configuration first");
 }
 
-void VirtualBoard::power_on() const {
-    board::power_on(directory_);
-}
-
-int VirtualBoard::enter(const std::function<int()>& work) const {
-    return board::enter(directory_, work);
-}
-
-void VirtualBoard::load(const Library& library) {
-    if (HOST_CALL(library, board_load_state)(kBoardConfiguration) != 0)
+void VirtualBoard::load(const Host& host) {
+    if (host.board_load_state(kBoardConfiguration) != 0)
         throw Failed(std::string("the board's ") + kBoardConfiguration + " is not understood");
 }
 
-void VirtualBoard::save(const Library& library) {
-    if (HOST_CALL(library, board_save_state)(kBoardConfiguration) != 0)
+void VirtualBoard::save(const Host& host) {
+    if (host.board_save_state(kBoardConfiguration) != 0)
         throw Failed(std::string("cannot write ") + kBoardConfiguration);
 }
 

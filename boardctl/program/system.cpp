@@ -1,6 +1,6 @@
 // The library's way to the kernel. These definitions take the place of the C library's, to which
 // they hand everything on a real board.
-#include "boardctl/system.h"
+#include "boardctl/program/system.h"
 
 #include <dlfcn.h>
 #include <sys/ioctl.h>
@@ -20,6 +20,13 @@ bool has_board_drivers = false;
 template <class Function>
 Function* next(const char* name) {
     return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
+}
+
+template <class Result>
+Result pause(const char* name, unsigned time) {
+    if (!has_board_drivers) return next<Result(unsigned)>(name)(time);
+    board::journal({name, std::to_string(time)});
+    return 0;
 }
 
 }  // namespace
@@ -53,17 +60,11 @@ int ioctl(int fd, unsigned long request, ...) noexcept {
 }
 
 int usleep(useconds_t microseconds) {
-    static const auto real = next<int(useconds_t)>("usleep");
-    if (!has_board_drivers) return real(microseconds);
-    board::journal({"usleep", std::to_string(microseconds)});
-    return 0;
+    return pause<int>("usleep", microseconds);
 }
 
 unsigned sleep(unsigned seconds) {
-    static const auto real = next<unsigned(unsigned)>("sleep");
-    if (!has_board_drivers) return real(seconds);
-    board::journal({"sleep", std::to_string(seconds)});
-    return 0;
+    return pause<unsigned>("sleep", seconds);
 }
 
 }  // extern "C"

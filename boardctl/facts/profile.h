@@ -6,7 +6,10 @@
 
 namespace boardctl {
 
-// Rows of key, before and after, in the order of the later form; null where a key is missing.
+std::vector<std::string> keys_of(const board::KeyFile& file);
+Json value_of(const board::KeyFile& file, const std::string& key);  // null where it is missing
+
+// Rows of key, before and after, in the order of the later form.
 Json changes_between(const board::KeyFile& before, const board::KeyFile& after);
 
 }  // namespace boardctl

@@ -10,12 +10,8 @@
 #include "board/live/radio_driver.h"
 #include "board/live/stations.h"
 #include "board/live/wps_run.h"
-#include "boardctl/verbs/checks.h"
-#include "boardctl/verbs/host_records.h"
-#include "boardctl/verbs/radio_names.h"
-#include "boardctl/verbs/radio_rows.h"
-#include "platform/platform.h"
-#include "src/host/host.h"
+#include "boardctl/checks/checks.h"
+#include "boardctl/facts/radios.h"
 
 namespace boardctl {
 namespace {
@@ -31,17 +27,16 @@ std::string joined(const Texts& texts) {
 void check_channel(const Session& session, Faults& faults, const std::string& name) {
     channel_spec told{};
     channel_spec is{};
-    PLATFORM_CALL(session.library, wireless_api_get_current_channelspec)(name.c_str(), &told);
-    HOST_CALL(session.library, iwconfig_client_get_channel)(name.c_str(), &is);
-    require(faults, told.channel == is.channel && told.frequency_mhz == is.frequency_mhz,
-            name + " reports channel " + std::to_string(told.channel));
+    session.platform.wireless_api_get_current_channelspec(name.c_str(), &told);
+    session.host.iwconfig_client_get_channel(name.c_str(), &is);
+    faults.require(told.channel == is.channel && told.frequency_mhz == is.frequency_mhz,
+                   name + " reports channel " + std::to_string(told.channel));
 }
 
 void check_radar(const Session& session, Faults& faults, const std::string& name) {
     constexpr const char* kKey = "Dot11_H.RDMode,Dot11_H.ChMovingTime,Dot11_H.RDCount=";
     dfs_info info{};
-    const bool is_told =
-        PLATFORM_CALL(session.library, wireless_get_dfs_info)(name.c_str(), &info) != 0;
+    const bool is_told = session.platform.wireless_get_dfs_info(name.c_str(), &info) != 0;
     const std::string statistics = board::driver_statistics(name);
     const size_t place = statistics.find(kKey);
     int mode = 0;
@@ -52,20 +47,20 @@ void check_radar(const Session& session, Faults& faults, const std::string& name
                                       &mode, &moving, &count) == 3;
     const bool is_right =
         !is_known || (info.rd_mode == mode && info.remaining == std::max(moving - count, 0));
-    require(faults, is_told == is_known && is_right, name + " reports the wrong radar state");
+    faults.require(is_told == is_known && is_right, name + " reports the wrong radar state");
 }
 
 void check_upstream(const Session& session, Faults& faults, const std::string& client) {
     ap_entry entry{};
-    const bool is_linked = PLATFORM_CALL(session.library, wireless_api_get_mbridge_status)(
-                               client.c_str(), &entry) != 0;
-    const int speed = PLATFORM_CALL(session.library, rt61_get_wireless_link_speed)(client.c_str());
+    const bool is_linked =
+        session.platform.wireless_api_get_mbridge_status(client.c_str(), &entry) != 0;
+    const int speed = session.platform.rt61_get_wireless_link_speed(client.c_str());
     const auto upstream = board::upstream_of(client);
     const bool is_right =
         !upstream || (entry.ssid == upstream->ssid && entry.bssid == upstream->bssid &&
                       entry.rssi == upstream->rssi_dbm);
-    require(faults, is_right && is_linked == upstream.has_value() && is_linked == (speed != 0),
-            client + " reports the wrong link");
+    faults.require(is_right && is_linked == upstream.has_value() && is_linked == (speed != 0),
+                   client + " reports the wrong link");
 }
 
 std::string station_line(const std::string& mac, uint32_t wl_index) {
@@ -76,13 +71,12 @@ std::string station_line(const std::string& mac, uint32_t wl_index) {
 
 // The stations that are there, each on its network, then the repeater link.
 Texts stations_there(const Radio& radio) {
-    const uint32_t first = static_cast<uint32_t>(radio.wl_mode) << 16;
     Texts lines;
     for (const board::Station& station : board::stations_of(radio.main_ifname))
-        lines.push_back(station_line(
-            station.mac, first + static_cast<uint32_t>(board::network_number(station.ifname))));
+        lines.push_back(station_line(station.mac, radio.wl_index(static_cast<uint32_t>(
+                                                      board::network_number(station.ifname)))));
     if (const auto upstream = board::upstream_of(radio.client_ifname))
-        lines.push_back(station_line(upstream->bssid, first + kClientNetwork));
+        lines.push_back(station_line(upstream->bssid, radio.wl_index(kClientNetwork)));
     return lines;
 }
 
@@ -92,7 +86,7 @@ std::string network_line(const std::string& bssid, const std::string& ssid, int 
 
 // Those on channels that the country does not allow are left out.
 Texts networks_there(const Session& session, const std::string& name) {
-    const auto is_valid = HOST_CALL(session.library, wireless_check_channel_valid);
+    const auto& is_valid = session.host.wireless_check_channel_valid;
     Texts lines;
     for (const board::Neighbour& each : board::neighbours_of(name))
         if (is_valid(name.c_str(), 0, 20, each.channel) != 0)
@@ -103,48 +97,42 @@ Texts networks_there(const Session& session, const std::string& name) {
 void check_filter(const Session& session, Faults& faults, const Network& network) {
     // With EasyMesh, profiles keep the list that they have; the driver is told the host's at run
     // time.
-    const bool is_easymesh = HOST_CALL(session.library, easymesh_enabled)() != 0;
+    const bool is_easymesh = session.host.easymesh_enabled() != 0;
     if (is_easymesh && !board::driver_setting(network.ifname, "AccessPolicy")) return;
     const AccessFilter wanted = access_filter_of(session, network.wl_index());
     const auto in_force = board::access_control(network.ifname);
-    const int policy = driver_policy(wanted.policy);
-    require(faults,
-            !is_running(session, network.radio) ||
-                (in_force.policy == policy && in_force.addresses == wanted.addresses),
-            "the driver of " + network.ifname + " has another access list than the host");
+    const int policy = other_policy(wanted.policy);
+    faults.require(!is_running(network.radio) ||
+                       (in_force.policy == policy && in_force.addresses == wanted.addresses),
+                   "the driver of " + network.ifname + " has another access list than the host");
 
     const auto profile = board::KeyFile::load_or_empty(network.radio.profile_path);
     const std::string number = std::to_string(network.number);
     std::string list;
     for (const std::string& mac : wanted.addresses) list += mac + ';';
-    require(faults,
-            is_easymesh || (profile.get("AccessPolicy" + number) == std::to_string(policy) &&
-                            profile.get("AccessControlList" + number) == list),
-            network.radio.profile_path + " has another access list for " + network.ifname);
+    faults.require(is_easymesh || (profile.get("AccessPolicy" + number) == std::to_string(policy) &&
+                                   profile.get("AccessControlList" + number) == list),
+                   network.radio.profile_path + " has another access list for " + network.ifname);
     for (const board::Station& station : board::stations_of(network.radio.main_ifname)) {
         const bool is_listed = std::find(wanted.addresses.begin(), wanted.addresses.end(),
                                          station.mac) != wanted.addresses.end();
-        require(faults,
-                station.ifname != network.ifname || wanted.policy == 0 ||
-                    is_listed == (wanted.policy == 2),
-                "the driver lets " + station.mac + " in");
+        faults.require(station.ifname != network.ifname || wanted.policy == 0 ||
+                           is_listed == (wanted.policy == 2),
+                       "the driver lets " + station.mac + " in");
     }
 }
 
 }  // namespace
 
-Faults check_radios(Session& session) {
-    Faults faults;
+void check_radios(Session& session, Faults& faults) {
     for (const Radio& radio : radios_of(session)) {
         check_channel(session, faults, radio.main_ifname);
         check_radar(session, faults, radio.main_ifname);
         check_upstream(session, faults, radio.client_ifname);
     }
-    return faults;
 }
 
-Faults check_stations(Session& session) {
-    Faults faults;
+void check_stations(Session& session, Faults& faults) {
     for (const Radio& radio : radios_of(session)) {
         const auto list = station_list_of(session, radio);
         Texts found;
@@ -152,14 +140,12 @@ Faults check_stations(Session& session) {
             found.push_back(
                 station_line(field_text(list->entries[i].mac), list->entries[i].wl_index));
         const Texts wanted = stations_there(radio);
-        require(faults, found == wanted,
-                "the stations listed are " + joined(found) + " instead of " + joined(wanted));
+        faults.require(found == wanted, "the stations listed are " + joined(found) +
+                                            " instead of " + joined(wanted));
     }
-    return faults;
 }
 
-Faults check_survey(Session& session) {
-    Faults faults;
+void check_survey(Session& session, Faults& faults) {
     for (const Radio& radio : radios_of(session)) {
         if (!board::interface_is_up(radio.main_ifname)) continue;  // it cannot scan
         const auto list = survey_of(session, radio);
@@ -170,43 +156,36 @@ Faults check_survey(Session& session) {
                                          entry.rssi, (entry.flags & AP_FLAG_WPS_PUSH_BUTTON) != 0));
         }
         const Texts wanted = networks_there(session, radio.main_ifname);
-        require(faults, found == wanted,
-                "the survey of " + radio.main_ifname + " lists " + joined(found) + " instead of " +
-                    joined(wanted));
+        faults.require(found == wanted, "the survey of " + radio.main_ifname + " lists " +
+                                            joined(found) + " instead of " + joined(wanted));
     }
-    return faults;
 }
 
-Faults check_access(Session& session) {
-    Faults faults;
+void check_access(Session& session, Faults& faults) {
     for (const Radio& radio : radios_of(session))
         for (const Network& network : networks_of(session, radio))
             check_filter(session, faults, network);
-    return faults;
 }
 
-Faults check_wps(Session& session) {
-    Faults faults;
+void check_wps(Session& session, Faults& faults) {
     const auto device = board::wps_peer();
     for (const Radio& radio : radios_of(session)) {
         const std::string& name = radio.main_ifname;
-        const auto records = records_of(session, radio);
+        const auto networks = networks_of(session, radio);
         const auto mode = board::driver_setting(name, "WscConfMode");
         const std::string key = "wps_status." + name;
-        const bool is_running = HOST_CALL(session.library, istatus_get_intvalue_direct)(
-                                    key.c_str()) == WPS_STATE_RUNNING;
-        if (!mode || records.empty() || is_running) continue;
-        require(faults, mode == (records[0].wps_enable != 0 ? "6" : "0"),
-                "WPS on " + name + " was not put back into its normal mode");
+        const bool is_running =
+            session.host.istatus_get_intvalue_direct(key.c_str()) == WPS_STATE_RUNNING;
+        if (!mode || networks.empty() || is_running) continue;
+        faults.require(mode == (networks[0].record.wps_enable != 0 ? "6" : "0"),
+                       "WPS on " + name + " was not put back into its normal mode");
         wsc_peer_info peer{};
-        PLATFORM_CALL(session.library, apcp_get_wsc_peerinfo_by_ifname)(name.c_str(), &peer);
-        require(
-            faults,
+        session.platform.apcp_get_wsc_peerinfo_by_ifname(name.c_str(), &peer);
+        faults.require(
             !board::has_wps_peer(name) || (field_text(peer.device_name) == device.front().text &&
                                            field_text(peer.serial_number) == device.back().text),
             "WPS on " + name + " does not know the other device");
     }
-    return faults;
 }
 
 }  // namespace boardctl

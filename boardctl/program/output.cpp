@@ -1,4 +1,4 @@
-#include "boardctl/output.h"
+#include "boardctl/program/output.h"
 
 #include <fmt/format.h>
 

@@ -5,8 +5,9 @@
 #include <functional>
 #include <string>
 
+#include "board/tree/enter.h"
 #include "board/tree/make_tree.h"
-#include "boardctl/library.h"
+#include "boardctl/session.h"
 
 namespace boardctl {
 
@@ -21,16 +22,16 @@ public:
 
     // Throws UsageError unless all of its configuration is understood, after naming each line on
     // standard error that is not.
-    void check_configuration(const Library& library) const;
+    void check_configuration(const Host& host) const;
 
-    void power_on() const;
+    void power_on() const { board::power_on(directory_); }
 
     // Does the work on the board and returns its status, kNotAllowed where that cannot be.
-    int enter(const std::function<int()>& work) const;
+    int enter(const std::function<int()>& work) const { return board::enter(directory_, work); }
 
     // On the board: the host knows its configuration; what changed of it is kept.
-    static void load(const Library& library);
-    static void save(const Library& library);
+    static void load(const Host& host);
+    static void save(const Host& host);
 
     static std::filesystem::path usual_place();
 
@@ -39,7 +40,5 @@ private:
     board::TreeParts parts_;
     board::Folder kind_{};
 };
-
-inline constexpr const char* kBoardConfiguration = "/etc/board.conf";
 
 }  // namespace boardctl

@@ -6,12 +6,9 @@
 #include "board/live/switch_wiring.h"
 #include "board/live/tree.h"
 #include "board/live/words.h"
-#include "boardctl/verbs/checks.h"
-#include "boardctl/verbs/host_records.h"
-#include "boardctl/verbs/port_names.h"
-#include "boardctl/verbs/radio_names.h"
-#include "platform/switch.h"
-#include "src/host/host.h"
+#include "boardctl/checks/checks.h"
+#include "boardctl/facts/ports.h"
+#include "boardctl/facts/radios.h"
 
 namespace boardctl {
 namespace {
@@ -20,8 +17,8 @@ using board::Switch;
 
 // The VLAN that a port's untagged traffic belongs to: the IPTV port goes with the WAN.
 int vlan_of(const Session& session, const Port& port) {
-    const bool is_iptv = HOST_CALL(session.library, get_iptv_config)() == 1 &&
-                         port.user_port == hardware_of(session).iptv_port;
+    const bool is_iptv =
+        session.host.get_iptv_config() == 1 && port.user_port == hardware_of(session).iptv_port;
     return is_iptv || port.is_wan() ? 2 : 1;
 }
 
@@ -32,9 +29,12 @@ struct Mode {
     const char* link;
 };
 constexpr Mode kModes[] = {
-    {"1000 full", 0, 0x0800, "On 1G Full"}, {"1000 half", 0, 0x0400, "On 1G Half"},
-    {"100 full", 0x0100, 0, "On 100 Full"}, {"100 half", 0x0080, 0, "On 100 Half"},
-    {"10 full", 0x0040, 0, "On 10 Full"},   {"10 half", 0x0020, 0, "On 10 Half"},
+    {"1000 full", 0,      0x0800, "On 1G Full" },
+    {"1000 half", 0,      0x0400, "On 1G Half" },
+    {"100 full",  0x0100, 0,      "On 100 Full"},
+    {"100 half",  0x0080, 0,      "On 100 Half"},
+    {"10 full",   0x0040, 0,      "On 10 Full" },
+    {"10 half",   0x0020, 0,      "On 10 Half" },
 };
 constexpr Mode kNoMode = {"", 0, 0, "Off -- --"};
 
@@ -61,14 +61,12 @@ std::string expected_link(const Port& port) {
         .link;
 }
 
-std::string link_of(const Session& session, const Port& port) {
-    port_setting link{};
-    PLATFORM_CALL(session.library, get_link_status)(port.user_port, &link);
-    return field_text(link.mode) + ' ' + field_text(link.speed) + ' ' + field_text(link.duplex);
+std::string link_text(const Session& session, const Port& port) {
+    return setting_text(link_of(session, port));
 }
 
 uint64_t received_bytes(const Session& session, const Port& port) {
-    return counters_of(session, port.user_port).rx_bytes;
+    return counters_of(session, port).rx_bytes;
 }
 
 bool is_mac_off(const Port& port) {
@@ -77,7 +75,7 @@ bool is_mac_off(const Port& port) {
 }
 
 bool has_traffic(const Session& session, const Port& port) {
-    return link_of(session, port).starts_with("On ") && !is_mac_off(port);
+    return link_text(session, port).starts_with("On ") && !is_mac_off(port);
 }
 
 // "on" and "off" leave what is advertised as it was, a fixed speed leaves the MAC.
@@ -89,7 +87,7 @@ void check_setting(Faults& faults, const Port& port, const std::string& stored) 
                 : !stored.starts_with("o") || stored.starts_with("off ") == is_mac_off(port);
     const bool is_advertised =
         is_auto ? best == "1000 full" : !stored.starts_with("fixed ") || stored == "fixed " + best;
-    require(faults, is_switched && is_advertised, port.name + " is not switched as stored");
+    faults.require(is_switched && is_advertised, port.name + " is not switched as stored");
 }
 
 std::vector<board::LearntAddress> learnt_addresses() {
@@ -117,96 +115,87 @@ Stations stations_there(const Session& session) {
 
 }  // namespace
 
-Faults check_vlans(Session& session) {
+void check_vlans(Session& session, Faults& faults) {
     const Switch board_switch;
-    std::map<int, std::string> members = {{1, "00000010"}, {2, "00000100"}};
-    Faults faults;
+    std::map<int, std::string> members = {
+        {1, "00000010"},
+        {2, "00000100"}
+    };
     for (const Port& port : ports_of(session)) {
         const int vlan = vlan_of(session, port);
         members[vlan][static_cast<size_t>(port.switch_port)] = '1';
-        const std::string found = board_switch.setting("pvid." + std::to_string(port.switch_port));
-        require(faults, found == std::to_string(vlan), port.name + " is in the wrong VLAN");
+        const std::string found = board_switch.setting("pvid." + port.number());
+        faults.require(found == std::to_string(vlan), port.name + " is in the wrong VLAN");
     }
     for (const auto& [vlan, map] : members) {
         const std::string number = std::to_string(vlan);
-        require(faults, board_switch.setting("vlan." + number) == number + ' ' + map,
-                "VLAN " + number + " is not " + map);
+        faults.require(board_switch.setting("vlan." + number) == number + ' ' + map,
+                       "VLAN " + number + " is not " + map);
     }
-    return faults;
 }
 
 // The other LAN ports are copied to the monitor port both ways. The library's own note says which
 // port that is: a start takes LAN 1 whatever is stored. A port that was a source before it became
 // the monitor may stay one, for it is never copied to itself.
-Faults check_mirror(Session& session) {
+void check_mirror(Session& session, Faults& faults) {
     const Switch board_switch;
     const auto noted =
         board::KeyFile::load_or_empty(board::live_path("iconfig")).get("port_mirror");
     const int stored = board::to_number<int>(noted.value_or("")).value_or(0);
     const std::string monitor = board_switch.setting("mirror.monitor");
-    Faults faults;
     for (const Port& port : ports_of(session)) {
-        const std::string number = std::to_string(port.switch_port);
         const bool is_monitor = stored != 0 && port.user_port == stored;
-        require(faults, is_monitor == (monitor == number),
-                port.name + (is_monitor ? " is not the monitor port" : " is the monitor port"));
+        faults.require(
+            is_monitor == (monitor == port.number()),
+            port.name + (is_monitor ? " is not the monitor port" : " is the monitor port"));
         const bool is_copied = stored != 0 && !port.is_wan();
-        require(
-            faults,
-            is_monitor || board_switch.setting("mirror.target." + number) == (is_copied ? "3" : ""),
-            port.name + " is mirrored wrongly");
+        faults.require(is_monitor || board_switch.setting("mirror.target." + port.number()) ==
+                                         (is_copied ? "3" : ""),
+                       port.name + " is mirrored wrongly");
     }
-    return faults;
 }
 
-Faults check_ports(Session& session) {
-    Faults faults;
+void check_ports(Session& session, Faults& faults) {
     for (const Port& port : ports_of(session)) {
         const std::string expected = expected_link(port);
-        require(faults, link_of(session, port) == expected,
-                port.name + " has not the link " + expected);
+        faults.require(link_text(session, port) == expected,
+                       port.name + " has not the link " + expected);
         check_setting(faults, port, stored_setting(session, port));
         const uint64_t now = received_bytes(session, port);
         const bool counts = received_bytes(session, port) > now;
-        require(faults, counts == has_traffic(session, port),
-                port.name + " does not count as its link is");
+        faults.require(counts == has_traffic(session, port),
+                       port.name + " does not count as its link is");
     }
-    return faults;
 }
 
 // Also what was received before the switch came up, which is more than 32 bits.
-Faults check_counters(Session& session) {
-    Faults faults;
+void check_counters(Session& session, Faults& faults) {
     for (const board::CounterStart& start : board::Wiring::load().counters)
         for (const Port& port : ports_of(session)) {
             if (start.port != port.switch_port || start.offset != 0xac) continue;
             const auto high = static_cast<uint32_t>(0x4000 + port.switch_port * 0x100 + 0xac);
-            require(faults, received_bytes(session, port) >> 32 == Switch().read_register(high),
-                    port.name + " has lost the high half of its bytes");
+            faults.require(received_bytes(session, port) >> 32 == Switch().read_register(high),
+                           port.name + " has lost the high half of its bytes");
         }
     std::map<int, uint64_t> before;
     for (const Port& port : ports_of(session))
         before[port.user_port] = received_bytes(session, port);
-    PLATFORM_CALL(session.library, clear_port_statistics)();
+    session.platform.clear_port_statistics();
     for (const Port& port : ports_of(session))
-        require(
-            faults,
+        faults.require(
             !has_traffic(session, port) || received_bytes(session, port) < before[port.user_port],
             port.name + " keeps its counters");
-    return faults;
 }
 
-Faults check_wired(Session& session) {
+void check_wired(Session& session, Faults& faults) {
     wired_station_list list{};
-    PLATFORM_CALL(session.library, apcp_get_stalist_from_ethswitch)(&list);
+    session.platform.apcp_get_stalist_from_ethswitch(&list);
     Stations found;
     for (const wired_station* node = list.first; node != nullptr; node = node->next)
         found.emplace(address_text(session, node->mac), static_cast<int>(node->user_port));
-    HOST_CALL(session.library, free_all_list)(&list, nullptr);
-    Faults faults;
-    require(faults, found == stations_there(session),
-            "the wired stations are not those that are there");
-    return faults;
+    session.host.free_all_list(&list, nullptr);
+    faults.require(found == stations_there(session),
+                   "the wired stations are not those that are there");
 }
 
 }  // namespace boardctl

@@ -1,13 +1,12 @@
-#include "boardctl/command_line.h"
+#include "boardctl/program/command_line.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <charconv>
-#include <memory>
+#include <sstream>
 
 #include "boardctl/nearest.h"
-#include "boardctl/output.h"
-#include "boardctl/parts.h"
+#include "boardctl/program/output.h"
+#include "boardctl/program/parts.h"
 
 namespace boardctl {
 namespace {
@@ -28,74 +27,49 @@ Examples
   boardctl call mt_rssi_to_pwr -60
 )";
 
-// Where the parser puts the values of one verb's options.
+// A verb and the parser of its options.
 struct Row {
-    const Verb* verb;
+    const Verb& verb;
     CLI::App* app;
-    std::vector<std::vector<std::string>> values;
 };
 
-std::string help_of(const Verb& verb) {
-    return std::string(verb.examples).empty() ? ""
-                                              : "\nExamples\n" + std::string(verb.examples) + '\n';
-}
-
-void add_option(CLI::App& app, const Option& option, std::vector<std::string>& values) {
-    if (option.kind == Kind::rest) return;
-    if (option.kind == Kind::flag) {
-        app.add_flag_callback(
-            option.name, [&values] { values = {"1"}; }, option.help);
-        return;
-    }
-    CLI::Option* added = nullptr;
-    if (option.kind == Kind::texts)
-        added = app.add_option(option.name, values, option.help);
-    else
-        added = app.add_option_function<std::string>(
-            option.name, [&values](const std::string& value) { values = {value}; }, option.help);
-    if (option.kind == Kind::required) added->required();
-    added->type_name(option.kind == Kind::number ? "NUMBER" : "TEXT");
-}
-
-std::unique_ptr<Row> add_verb(CLI::App& parent, const Verb& verb, const char* name) {
+Row add_verb(CLI::App& parent, const Verb& verb, const std::string& name) {
     CLI::App* const app = parent.add_subcommand(name, verb.help);
-    app->footer(help_of(verb));
-    auto row = std::make_unique<Row>(Row{&verb, app, {}});
-    row->values.resize(verb.options.size());
     bool takes_rest = false;
-    for (size_t i = 0; i < verb.options.size(); ++i) {
-        add_option(*app, verb.options[i], row->values[i]);
-        takes_rest |= verb.options[i].kind == Kind::rest;
+    for (const Option& option : verb.options) {
+        takes_rest |= option.kind == Kind::rest;
+        if (option.kind == Kind::rest) continue;
+        if (option.kind == Kind::flag) {
+            app->add_flag(option.name, option.help);
+            continue;
+        }
+        app->add_option(option.name, option.help)
+            ->required(option.kind == Kind::required)
+            ->expected(option.kind == Kind::texts ? CLI::detail::expected_max_vector_size : 1)
+            ->type_name(option.kind == Kind::number ? "NUMBER" : "TEXT");
     }
     app->fallthrough(!takes_rest)->prefix_command(takes_rest);
-    return row;
+    return {verb, app};
 }
 
-std::vector<std::string> split_at_bars(std::string_view text) {
+std::vector<std::string> split_at_bars(const std::string& text) {
     std::vector<std::string> words;
-    for (size_t bar = 0; bar != std::string_view::npos; text.remove_prefix(bar + 1)) {
-        bar = text.find('|');
-        words.emplace_back(text.substr(0, bar));
-        if (bar == std::string_view::npos) break;
-    }
+    std::istringstream stream(text);
+    for (std::string word; std::getline(stream, word, '|');) words.push_back(word);
     return words;
 }
 
 void check(const Option& option, const std::string& value) {
-    if (value.empty() && !option.may_be_empty)
+    const auto words = split_at_bars(option.words == nullptr ? "" : option.words);
+    if (value.empty() && (option.words == nullptr || !words.empty()))
         throw UsageError(std::string(option.name) + " is empty: " + option.help);
-    if (option.kind == Kind::number || option.range.last != Range().last)
-        number_of(value, option.name, option.range);
-    if (option.words == nullptr) return;
-    const auto words = split_at_bars(option.words);
-    if (std::find(words.begin(), words.end(), value) == words.end())
-        throw UsageError(std::string(option.name) + " is " + alternatives(words) + ", not " +
-                         value);
+    if (option.is_number) number_of(value, option.name, option.range);
+    if (!words.empty()) require_one_of(words, value, option.name);
 }
 
 class Parser {
 public:
-    explicit Parser(const std::vector<const Verb*>& verbs) : verbs_(verbs) {
+    explicit Parser(const Verbs& verbs) : verbs_(verbs) {
         app_.name("boardctl");
         app_.footer(kFooter)->require_subcommand(1);
         app_.add_option("--board", request_.board, "folder of the virtual board")->type_name("DIR");
@@ -107,7 +81,7 @@ public:
         app_.set_version_flag("--version", "", "print the version and end");
         app_.add_flag("--json", request_.json, "answer as JSON");
         app_.add_flag("--verbose", request_.verbose, "also show what the library printed");
-        for (const Verb* verb : verbs) add(*verb);
+        for (const Verb& verb : verbs) add(verb);
     }
 
     std::optional<Request> parse(int argc, char** argv) {
@@ -126,7 +100,7 @@ public:
             if (option->count() > 0 && option->results().front().empty())
                 throw UsageError(option->get_name() + " is empty: " + option->get_description());
         const Row& row = chosen();
-        request_.verb = row.verb;
+        request_.verb = &row.verb;
         request_.arguments = arguments_of(row);
         return request_;
     }
@@ -135,13 +109,11 @@ private:
     // The verbs as they are typed: "start", "ports link".
     std::vector<std::string> verb_names(const std::string& group = "") const {
         std::vector<std::string> names;
-        for (const Verb* verb : verbs_) {
-            const std::string name = verb->name;
-            if (group == verb->group) names.push_back(name);
+        for (const Verb& verb : verbs_) {
+            if (group == verb.group) names.push_back(verb.name);
             if (!group.empty()) continue;
-            names.push_back(verb->group + (name.empty() ? "" : ' ' + name));
-            if (names.size() == 1 || names.back().find(' ') != std::string::npos)
-                names.push_back(verb->group);
+            names.push_back(verb.group);
+            if (!verb.name.empty()) names.push_back(verb.group + ' ' + verb.name);
         }
         return names;
     }
@@ -189,28 +161,32 @@ private:
     std::string group_help(const std::string& group) const {
         std::string help;
         std::string names;
-        for (const Verb* verb : verbs_) {
-            if (group != verb->group) continue;
-            if (verb->is_default) help = verb->help;
-            names += (names.empty() ? " (" : ", ") + std::string(verb->name);
+        for (const Verb& verb : verbs_) {
+            if (group != verb.group) continue;
+            if (verb.is_default) help = verb.help;
+            names += (names.empty() ? " (" : ", ") + verb.name;
         }
         return help + names + ')';
     }
 
-    std::string group_examples(const std::string& group) const {
+    // Of a group, or of one of its verbs.
+    std::string examples_of(const std::string& group, const std::string& name = "") const {
         std::string lines = "\nExamples\n";
-        for (const Verb* verb : verbs_)
-            if (group == verb->group) lines += std::string(verb->examples) + '\n';
+        for (const Verb& verb : verbs_)
+            if (group == verb.group && (name.empty() || name == verb.name))
+                for (const std::string& line : split_lines(verb.examples))
+                    lines += "  boardctl " + line + '\n';
         return lines;
     }
 
     // Words that stand for themselves, such as "-60"; a last "--json" is ours all the same.
     Arguments arguments_of(const Row& row) {
         Arguments::Values values;
-        for (size_t i = 0; i < row.values.size(); ++i) {
-            if (row.values[i].empty()) continue;
-            for (const std::string& value : row.values[i]) check(row.verb->options[i], value);
-            values[row.verb->options[i].name] = row.values[i];
+        for (const Option& option : row.verb.options) {
+            const CLI::Option* const parsed = row.app->get_option_no_throw(option.name);
+            if (parsed == nullptr || parsed->count() == 0) continue;
+            for (const std::string& value : parsed->results()) check(option, value);
+            values[option.name] = parsed->results();
         }
         auto rest = row.app->remaining();
         if (!rest.empty() && rest.back() == "--json") {
@@ -222,67 +198,35 @@ private:
     }
 
     void add(const Verb& verb) {
-        if (*verb.name == '\0') {
-            rows_.push_back(add_verb(app_, verb, verb.group));
-            return;
-        }
-        if (group_ == nullptr || group_->get_name() != verb.group)
+        if (!verb.name.empty() && (group_ == nullptr || group_->get_name() != verb.group))
             group_ = app_.add_subcommand(verb.group, group_help(verb.group))
                          ->fallthrough()
-                         ->footer(group_examples(verb.group));
-        rows_.push_back(add_verb(*group_, verb, verb.name));
+                         ->footer(examples_of(verb.group));
+        rows_.push_back(verb.name.empty() ? add_verb(app_, verb, verb.group)
+                                          : add_verb(*group_, verb, verb.name));
+        rows_.back().app->footer(examples_of(verb.group, verb.name));
     }
 
     // The verb named last, or the default one of a group that was named alone.
     const Row& chosen() const {
-        for (const auto& row : rows_)
-            if (row->app->parsed()) return *row;
+        for (const Row& row : rows_)
+            if (row.app->parsed()) return row;
         const std::string group = app_.get_subcommands().front()->get_name();
-        for (const auto& row : rows_)
-            if (row->verb->group == group && row->verb->is_default) return *row;
+        for (const Row& row : rows_)
+            if (row.verb.group == group && row.verb.is_default) return row;
         throw UsageError("name a verb of " + group);
     }
 
     CLI::App app_{"Drives the board platform library on the virtual board, or on a real one."};
-    const std::vector<const Verb*>& verbs_;
+    const Verbs& verbs_;
     CLI::App* group_ = nullptr;
     Request request_;
-    std::vector<std::unique_ptr<Row>> rows_;
+    std::vector<Row> rows_;
 };
 
 }  // namespace
 
-std::string Arguments::text(const std::string& name, const std::string& fallback) const {
-    const auto values = values_.find(name);
-    return values == values_.end() ? fallback : values->second.back();
-}
-
-std::vector<std::string> Arguments::texts(const std::string& name) const {
-    const auto values = values_.find(name);
-    return values == values_.end() ? std::vector<std::string>{} : values->second;
-}
-
-int Arguments::number(const std::string& name, int fallback) const {
-    return has(name) ? number_of(text(name), name) : fallback;
-}
-
-int number_of(const std::string& text, const std::string& name, Range range) {
-    const bool is_hexadecimal = text.starts_with("0x");
-    const char* const start = text.data() + (is_hexadecimal ? 2 : 0);
-    const char* const end = text.data() + text.size();
-    int value = 0;
-    const auto [stop, error] = std::from_chars(start, end, value, is_hexadecimal ? 16 : 10);
-    if (error != std::errc{} || stop != end || value < range.first || value > range.last)
-        throw UsageError(name + " is a number from " + std::to_string(range.first) + " to " +
-                         std::to_string(range.last) + ", not " + text);
-    return value;
-}
-
-bool is_on(const std::string& text) {
-    return text == "on" || text == "yes" || text == "1";
-}
-
-std::optional<Request> parse(const std::vector<const Verb*>& verbs, int argc, char** argv) {
+std::optional<Request> parse(const Verbs& verbs, int argc, char** argv) {
     auto request = Parser(verbs).parse(argc, argv);
     if (request && request->host_library.empty() != request->platform_library.empty())
         throw UsageError("--host-library and --platform-library go together");

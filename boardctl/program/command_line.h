@@ -22,6 +22,6 @@ struct Request {
 };
 
 // Nothing when the call ends here, well and with its text printed. Throws UsageError.
-std::optional<Request> parse(const std::vector<const Verb*>& verbs, int argc, char** argv);
+std::optional<Request> parse(const Verbs& verbs, int argc, char** argv);
 
 }  // namespace boardctl

@@ -7,29 +7,31 @@
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
+#include <functional>
 #include <optional>
 
 #include "board/live/interfaces.h"
 #include "board/live/tree.h"
 #include "board/tree/held_signals.h"
-#include "boardctl/command_line.h"
-#include "boardctl/output.h"
-#include "boardctl/parts.h"
-#include "boardctl/system.h"
+#include "boardctl/call/call.h"
+#include "boardctl/program/command_line.h"
+#include "boardctl/program/output.h"
+#include "boardctl/program/parts.h"
+#include "boardctl/program/system.h"
+#include "boardctl/program/virtual_board.h"
 #include "boardctl/text.h"
-#include "boardctl/virtual_board.h"
 
 namespace boardctl {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::vector<const Verb*> all_verbs() {
-    std::vector<const Verb*> verbs;
-    for (const auto& some :
-         {start_verbs(), radio_verbs(), acl_verbs(), wps_verbs(), profile_verbs(), port_verbs(),
-          switch_verbs(), flash_verbs(), panel_verbs(), board_verbs(), call_verbs()})
-        for (const Verb& verb : some) verbs.push_back(&verb);
+Verbs all_verbs() {
+    Verbs verbs;
+    for (const auto some :
+         {start_verbs, radio_verbs, acl_verbs, wps_verbs, profile_verbs, port_verbs, switch_verbs,
+          flash_verbs, panel_verbs, board_verbs, call_verbs})
+        for (Verb& verb : some()) verbs.push_back(std::move(verb));
     return verbs;
 }
 
@@ -39,27 +41,12 @@ Library load_libraries(const Request& request) {
     return Library(parts.host_library, parts.platform_library);
 }
 
-// A closed pipe ends the work on the board; this process stays to report its status.
-void handle_closed_pipe(void (*handler)(int)) {
-    ::signal(SIGPIPE, handler);
-}
-
-// A caller's shell or script must see that the signal ended this call, too.
-void end_if_interrupted(int status) {
-    for (const int signal : {SIGINT, SIGTERM})
-        if (status == 128 + signal) ::raise(signal);
-}
-
-// Lies in memory that the process which does the work shares with the one that waits for it.
-struct Progress {
-    bool has_ended = false;
-};
-
-Progress* shared_progress() {
-    void* const place = ::mmap(nullptr, sizeof(Progress), PROT_READ | PROT_WRITE,
-                               MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+// False, in memory that the process which does the work shares with the one that waits for it.
+bool* shared_flag() {
+    void* const place =
+        ::mmap(nullptr, sizeof(bool), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
     if (place == MAP_FAILED) throw Missing("no memory");
-    return new (place) Progress;
+    return new (place) bool(false);
 }
 
 void print_message(const std::string& line) {
@@ -70,17 +57,30 @@ void print_messages(const std::string& messages) {
     for (const std::string& line : split_lines(messages)) print_message(line);
 }
 
+// The status of the work, or of the fault that ended it.
+int guarded(std::string& fault, const std::function<int()>& work) {
+    try {
+        return work();
+    } catch (const std::exception& error) {
+        fault = error.what();
+        const auto* const ours = dynamic_cast<const Fault*>(&error);
+        return ours == nullptr ? kFailed : ours->status;
+    }
+}
+
 class Call {
 public:
     explicit Call(const Request& request)
-        : request_(request), library_(load_libraries(request)), progress_(shared_progress()) {}
+        : request_(request), library_(load_libraries(request)), has_ended_(shared_flag()) {}
 
     int run() {
         for (const int signal : {SIGINT, SIGTERM}) ::signal(signal, SIG_DFL);
-        handle_closed_pipe(SIG_IGN);
+        ::signal(SIGPIPE, SIG_IGN);  // it ends the work on the board; we stay to report its status
         const int status = request_.is_virtual() ? run_on_virtual_board() : run_here();
-        end_if_interrupted(status);
-        if (progress_->has_ended || status == kNotAllowed) return status;
+        // A caller's shell or script must see that the signal ended this call, too.
+        for (const int signal : {SIGINT, SIGTERM})
+            if (status == 128 + signal) ::raise(signal);
+        if (*has_ended_ || status == kNotAllowed) return status;
         // The library may end its process; a crash does.
         print_messages(capture_.take());
         if (status > 128) std::fprintf(stderr, "boardctl: ended by signal %d\n", status - 128);
@@ -92,16 +92,16 @@ private:
         const VirtualBoard board(
             request_.board.empty() ? VirtualBoard::usual_place() : fs::path(request_.board),
             find_parts().tree);
-        const bool is_start = request_.verb->group == std::string("start");
+        const bool is_start = request_.verb->group == "start";
         const bool is_erased = is_start && request_.arguments.has("--erased");
         if (is_erased || (is_start && request_.arguments.has("--fresh")))
             board.make(is_erased);
         else
             board.make_if_missing();
-        board.check_configuration(library_);
+        board.check_configuration(Host{library_});
         if (is_start) board.power_on();
         return board.enter([this] {
-            handle_closed_pipe(SIG_DFL);
+            ::signal(SIGPIPE, SIG_DFL);
             use_board_drivers();
             return answer();
         });
@@ -116,7 +116,7 @@ private:
         if (worker < 0) throw Missing("cannot start a process");
         if (worker == 0) {
             signals.release();
-            handle_closed_pipe(SIG_DFL);
+            ::signal(SIGPIPE, SIG_DFL);
             const int status = answer();
             std::fflush(nullptr);
             ::_exit(status);
@@ -126,41 +126,32 @@ private:
 
     int answer() {
         capture_.begin();
-        std::optional<Outcome> outcome;
+        Outcome outcome;
         std::string fault;
-        int status = kFailed;
-        try {
+        int status = guarded(fault, [&] {
             outcome = work();
-            status = outcome->status;
-        } catch (const UsageError& error) {
-            fault = error.what();
-            status = kUsage;
-        } catch (const Missing& error) {
-            fault = error.what();
-            status = kMissing;
-        } catch (const std::exception& error) {
-            fault = error.what();
-        }
+            return outcome.status;
+        });
+        const bool has_answer = fault.empty();
         const std::string messages = capture_.take();
         capture_.end();
         if (request_.verbose || status != kGood) print_messages(messages);
-        try {
-            if (outcome) print_answer(*outcome);
-        } catch (const Failed& error) {
-            fault = error.what();
-            status = kFailed;
-        }
+        if (has_answer)
+            status = guarded(fault, [&] {
+                print_answer(outcome);
+                return status;
+            });
         hint();
         if (!fault.empty()) print_message("boardctl: " + fault);
-        progress_->has_ended = true;
+        *has_ended_ = true;
         return status;
     }
 
     Outcome work() {
         Session session(library_, capture_, folders_, request_.is_virtual());
-        if (request_.is_virtual()) VirtualBoard::load(library_);
+        if (request_.is_virtual()) VirtualBoard::load(session.host);
         Outcome outcome = request_.verb->run(session, request_.arguments);
-        if (request_.is_virtual()) VirtualBoard::save(library_);
+        if (request_.is_virtual()) VirtualBoard::save(session.host);
         return outcome;
     }
 
@@ -181,14 +172,14 @@ private:
 
     const Request& request_;
     const Library library_;
-    Progress* const progress_;
+    bool* const has_ended_;
     Capture capture_;
     const Folders folders_;  // opened before the board is entered
 };
 
 // What is asked about calls by name needs no board.
 std::optional<Json> told_of_functions(const Request& request) {
-    if (request.verb->group != std::string("call")) return std::nullopt;
+    if (request.verb->group != "call") return std::nullopt;
     if (request.arguments.has("--usage")) return Json(usage(request.arguments.text("--usage")));
     if (!request.arguments.has("--list")) return std::nullopt;
     Json rows = Json::array();
@@ -201,7 +192,7 @@ std::optional<Json> told_of_functions(const Request& request) {
 }
 
 int run(int argc, char** argv) {
-    const std::vector<const Verb*> verbs = all_verbs();
+    const Verbs verbs = all_verbs();
     const std::optional<Request> request = parse(verbs, argc, argv);
     if (!request) return kGood;
     const auto told = told_of_functions(*request);
@@ -212,23 +203,13 @@ int run(int argc, char** argv) {
     return kGood;
 }
 
-int explain(const std::exception& error, int status) {
-    std::fprintf(stderr, "boardctl: %s\n", shown(error.what()).c_str());
-    return status;
-}
-
 }  // namespace
 }  // namespace boardctl
 
 int main(int argc, char** argv) {
     using namespace boardctl;
-    try {
-        return run(argc, argv);
-    } catch (const UsageError& error) {
-        return explain(error, kUsage);
-    } catch (const Missing& error) {
-        return explain(error, kMissing);
-    } catch (const std::exception& error) {
-        return explain(error, kFailed);
-    }
+    std::string fault;
+    const int status = guarded(fault, [&] { return run(argc, argv); });
+    if (!fault.empty()) print_message("boardctl: " + fault);
+    return status;
 }

@@ -16,12 +16,8 @@
 #include "board/live/switch.h"
 #include "board/live/tree.h"
 #include "board/live/words.h"
-#include "boardctl/verbs/checks.h"
-#include "boardctl/verbs/host_records.h"
-#include "boardctl/verbs/radio_names.h"
-#include "platform/flash.h"
-#include "platform/gpio.h"
-#include "src/host/host.h"
+#include "boardctl/checks/checks.h"
+#include "boardctl/facts/radios.h"
 
 namespace boardctl {
 namespace {
@@ -30,10 +26,6 @@ using board::KeyFile;
 using board::PinColumn;
 
 constexpr size_t kDriverFileLimit = 0x10000;
-
-bool is_data(const std::string& head) {
-    return head.size() == 4 && head != std::string(4, '\0') && head != std::string(4, '\xff');
-}
 
 bool is_silent(const led_silent_control& silence) {
     if (silence.mode < 2) return silence.mode == 1;
@@ -71,8 +63,8 @@ LedOrders led_orders(const Session& session) {
             std::sscanf(words[2].c_str(), "out %d %d", &pin, &level) == 2)
             orders.pins[pin] = level;
         if (!begins({"wireless_set_led"}, 3)) continue;
-        const int wl_mode = HOST_CALL(session.library, get_wl_mode_by_ifname)(words[1].c_str());
-        pin = HOST_CALL(session.library, getsi_wifi_led_gpio)(0, wl_mode);
+        const int wl_mode = session.host.get_wl_mode_by_ifname(words[1].c_str());
+        pin = session.host.getsi_wifi_led_gpio(0, wl_mode);
         orders.pins.erase(pin);  // what "-1" shows is the host's decision
         if (words[2] != "-1") orders.pins[pin] = words[2] == "0" ? 1 : 0;
     }
@@ -82,17 +74,16 @@ LedOrders led_orders(const Session& session) {
 void check_lights(const Session& session, Faults& faults) {
     const LedOrders orders = led_orders(session);
     const auto run = KeyFile::load_or_empty(board::live_path("leds")).get("run");
-    require(faults, !orders.run || run == orders.run, "the run LED is not as it was set");
+    faults.require(!orders.run || run == orders.run, "the run LED is not as it was set");
     for (const auto& [pin, level] : orders.pins) {
         const int now = board::pin_value(pin, PinColumn::output);
-        require(faults, now == -1 || now == level,
-                "the LED at pin " + std::to_string(pin) + " is not as it was set");
+        faults.require(now == -1 || now == level,
+                       "the LED at pin " + std::to_string(pin) + " is not as it was set");
     }
     board::Switch board_switch;
     for (const uint32_t number : {0x7c10U, 0x7c14U, 0x7c18U, 0x7d00U}) {
         const auto order = orders.registers.find(number);
-        require(
-            faults,
+        faults.require(
             order == orders.registers.end() || order->second == board_switch.read_register(number),
             "the port LEDs are not as they were set");
     }
@@ -101,25 +92,22 @@ void check_lights(const Session& session, Faults& faults) {
 void check_button(Faults& faults, const char* name, int pin, int told) {
     if (pin == -1) return;
     const int pressed = board::pin_value(pin, PinColumn::input) == 0 ? 1 : 0;
-    require(faults, told == pressed, std::string("the ") + name + " button is not seen as it is");
+    faults.require(told == pressed, std::string("the ") + name + " button is not seen as it is");
 }
 
 }  // namespace
 
-Faults check_calibration(Session& session) {
-    Faults faults;
+void check_calibration(Session& session, Faults& faults) {
     const auto partition = board::find_partition("Factory");
     std::string factory = partition ? board::read_partition(*partition) : "";
     std::string name;
     std::vector<std::pair<std::string, size_t>> offsets;
     for (const Radio& radio : radios_of(session)) {
-        const auto value = [&](const char* key) {
-            return board::radio_index_value(radio.main_ifname, key).value_or("");
-        };
-        const auto start = std::strtoul(value("EEPROM_offset").c_str(), nullptr, 16);
-        const std::string head = start < factory.size() ? factory.substr(start, 4) : "";
-        require(faults, is_data(head), radio.main_ifname + " has no calibration data");
-        if (name.empty()) name = value("EEPROM_name");
+        const size_t start = calibration_place(radio);
+        const std::string head = factory.substr(std::min(start, factory.size()), kCalibrationHead);
+        faults.require(is_calibration(head), radio.main_ifname + " has no calibration data");
+        if (name.empty())
+            name = board::radio_index_value(radio.main_ifname, "EEPROM_name").value_or("");
         offsets.emplace_back(radio.main_ifname, start);
     }
     // What has been written to the calibration data since reaches the driver's file at a start.
@@ -132,66 +120,54 @@ Faults check_calibration(Session& session) {
                 factory.replace(place, 2, extracted, place, 2);
         }
     }
-    require(faults, extracted == factory.substr(0, kDriverFileLimit),
-            "the driver's calibration file is not the start of the partition");
-    return faults;
+    faults.require(extracted == factory.substr(0, kDriverFileLimit),
+                   "the driver's calibration file is not the start of the partition");
 }
 
 // All that can be, in their order.
-Faults check_modules(Session& session) {
+void check_modules(Session& session, Faults& faults) {
     const auto broken = board::module_faults();
     std::vector<std::string> wanted;
-    for (const char* const name : *PLATFORM_CALL(session.library, module_list))
+    for (const char* const name : *session.library.get<decltype(::module_list)>("module_list"))
         if (!broken.contains(name)) wanted.emplace_back(name);
-    Faults faults;
-    require(faults, board::read_lines(board::live_path("modules")) == wanted,
-            "the modules were not loaded, all and in their order");
-    return faults;
+    faults.require(board::read_lines(board::live_path("modules")) == wanted,
+                   "the modules were not loaded, all and in their order");
 }
 
-Faults check_pins(Session& session) {
-    Faults faults;
+void check_pins(Session& session, Faults& faults) {
     const hw_info hw = hardware_of(session);
     std::vector<int> pins = {hw.run_led_gpio, hw.wps_button_gpio};
     for (const hw_wl_led& led : hw.wl_led)
         if (field_text(led.driven) == "gpio") pins.push_back(led.gpio);
     for (const int pin : pins)
-        require(faults, pin == -1 || board::pin_value(pin, PinColumn::function) == 1,
-                "pin " + std::to_string(pin) + " is not in its GPIO function");
-    return faults;
+        faults.require(pin == -1 || board::pin_value(pin, PinColumn::function) == 1,
+                       "pin " + std::to_string(pin) + " is not in its GPIO function");
 }
 
-Faults check_leds(Session& session) {
-    Faults faults;
+void check_leds(Session& session, Faults& faults) {
     char operation[64] = {};
-    PLATFORM_CALL(session.library, get_run_led_op)(operation);
-    if (operation == std::string("wps")) return faults;
+    session.platform.get_run_led_op(operation);
+    if (operation == std::string("wps")) return;
     led_silent_control silence{};
-    HOST_CALL(session.library, get_led_silent_control)(&silence, 0);
-    const int state = PLATFORM_CALL(session.library, get_run_led_state)();
-    require(faults, state == (is_silent(silence) ? 2 : 0),
-            "the run LED's state is " + std::to_string(state));
+    session.host.get_led_silent_control(&silence, 0);
+    const int state = session.platform.get_run_led_state();
+    faults.require(state == (is_silent(silence) ? 2 : 0),
+                   "the run LED's state is " + std::to_string(state));
     check_lights(session, faults);
-    return faults;
 }
 
-Faults check_buttons(Session& session) {
+void check_buttons(Session& session, Faults& faults) {
     constexpr int kSamples = 5;
-    Faults faults;
-    const Library& library = session.library;
     const hw_info hw = hardware_of(session);
-    const int pressed = PLATFORM_CALL(library, pushed_reset_button)();
+    const int pressed = session.platform.pushed_reset_button();
     check_button(faults, "reset", hw.reset_button_gpio, pressed);
-    check_button(faults, "WPS", hw.wps_button_gpio, PLATFORM_CALL(library, pushed_wps_button)());
-    const Step step = session.perform("check_default_button", [&] {
-        return PLATFORM_CALL(library, check_default_button)(2, kSamples);
-    });
+    check_button(faults, "WPS", hw.wps_button_gpio, session.platform.pushed_wps_button());
+    const Step step = session.perform(session.platform.check_default_button, 2, kSamples);
     std::vector<std::string> expected;
     for (int sample = 1; pressed != 0 && sample < kSamples; ++sample)
         expected.push_back("Reset Pushed " + std::to_string(sample));
-    require(faults, step.result == pressed && step.messages == expected,
-            "the reset button is not seen held as it is");
-    return faults;
+    faults.require(step.result == pressed && step.messages == expected,
+                   "the reset button is not seen held as it is");
 }
 
 }  // namespace boardctl

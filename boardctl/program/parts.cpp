@@ -1,4 +1,4 @@
-#include "boardctl/parts.h"
+#include "boardctl/program/parts.h"
 
 #include <sys/auxv.h>
 
