@@ -21,6 +21,7 @@ namespace harness {
 namespace {
 
 Board* current = nullptr;
+pid_t process = 0;  // that runs its test
 
 size_t open_descriptors() {
     const std::filesystem::directory_iterator list("/proc/self/fd");
@@ -256,8 +257,17 @@ struct Hooks {
     }
 };
 
+// A test that the library ends with exit(0) would pass.
+void refuse_exit() {
+    if (current != nullptr && getpid() == process && !testing::internal::InDeathTestChild())
+        _exit(1);
+}
+
 Board::Board() : out_(Hooks::open_stream("out ")), err_(Hooks::open_stream("err ")) {
+    static const int refused = std::atexit(refuse_exit);
+    EXPECT_EQ(0, refused);
     current = this;
+    process = getpid();
     descriptors_ = open_descriptors();
     board::set_root(make_root());
     board::state() = board::factory_state();

@@ -3,14 +3,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <random>
 #include <sstream>
 
 #include "board/live/tree.h"
-#include "platform/flash.h"
-#include "platform/wireless.h"
-#include "platform/wps.h"
 #include "src/support/command.h"
 #include "tests/support/board.h"
 
@@ -65,15 +61,13 @@ protected:
     }
 };
 
-// Texts of 1 to longest bytes, without those that the place cannot hold.
-Lines random_texts(size_t count, size_t longest, std::string_view without = "") {
+// Texts of 1 to longest bytes.
+Lines random_texts(size_t count, size_t longest) {
     std::mt19937 random(7622);
     Lines texts(count);
     for (std::string& text : texts)
         for (size_t length = 1 + random() % longest; text.size() < length;)
-            if (const char c = static_cast<char>(1 + random() % 255);
-                without.find(c) == without.npos)
-                text += c;
+            text += static_cast<char>(1 + random() % 255);
     return texts;
 }
 
@@ -84,65 +78,6 @@ TEST_P(RealShell, LeavesBytesAndMixturesAsTheyAre) {
     expect_exact_arguments({"a'b", "''", "\\'", "a\\", "\\\"", "$(echo x)", "`echo x`", "${HOME}",
                             "a\nb", "; echo x", "& echo x &", "> file", "~root", "$'\\n'",
                             "{a,b}"});
-}
-
-// Every byte but those, in texts of at most that length.
-Lines all_bytes(size_t length, std::string_view without = "") {
-    Lines texts(1);
-    for (int byte = 1; byte < 256; ++byte) {
-        const char c = static_cast<char>(byte);
-        if (without.find(c) != without.npos) continue;
-        if (texts.back().size() == length) texts.emplace_back();
-        texts.back() += c;
-    }
-    return texts;
-}
-
-// A command of the journal as the library forms it, with a tool and a folder stood in for.
-std::string with(std::string_view other, std::string_view instead, std::string command) {
-    const size_t at = command.find(other);
-    EXPECT_NE(command.npos, at) << other << " is not in " << command;
-    return at == command.npos ? command : command.replace(at, other.size(), instead);
-}
-
-TEST_P(RealShell, SetsBootVariablesOfAnyBytes) {
-    Lines names = random_texts(40, 20, "&=");
-    Lines values = random_texts(40, 60, "&");
-    for (const std::string& value : all_bytes(60, "&")) {
-        names.emplace_back("name");
-        values.push_back(value);
-    }
-    for (size_t i = 0; i < names.size(); ++i) {
-        clear_journal();
-        set_bootconfig("set", (names[i] + "=" + values[i]).c_str());
-        const std::string command = with("/sbin/mtd write - Config", "/bin/cat", journal().at(0));
-        EXPECT_EQ((Lines{"-s", names[i] + "=" + values[i]}),
-                  run(with("$ /sbin/uboot_env", kPrinter, command)));
-    }
-}
-
-TEST_P(RealShell, PutsSsidsOfAnyBytesBack) {
-    const harness::LibraryHook hook(
-        "iwconfig_client_get_essid", +[](const char*, char*) { return 0; });
-    for (const std::string& ssid : all_bytes(32)) {
-        std::copy(ssid.begin(), ssid.end() + 1, host().radios[0].bss[0].ssid);
-        clear_journal();
-        wireless_wps_stop("ra0");
-        EXPECT_EQ((Lines{"ra0", "set", "SSID=" + ssid}),
-                  run(with("$ /sbin/iwpriv", kPrinter, commands().at(1))));
-    }
-}
-
-TEST_P(RealShell, WritesIntoFilesOfAnyName) {
-    for (const std::string& name : all_bytes(31, "/")) {
-        station_list list = {};
-        std::copy(name.begin(), name.end(), list.ifname);
-        clear_journal();
-        EXPECT_EQ(1, wireless_api_get_station_list(&list));
-        const std::string command = with("/var/run/", board::root() + "/tmp/", commands().at(0));
-        EXPECT_EQ(Lines{}, run(with("$ /sbin/iwpriv", kPrinter, command)));
-        EXPECT_EQ(name + '\0' + "get_mac_table" + '\0', read("/tmp/station_table." + name));
-    }
 }
 
 std::vector<const char*> installed_shells() {
