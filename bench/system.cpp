@@ -12,7 +12,7 @@
 #include <cstring>
 #include <filesystem>
 
-#include "board/live/tree.h"
+#include "board/store/store.h"
 
 namespace bench {
 namespace {

@@ -9,8 +9,8 @@
 #include <filesystem>
 #include <optional>
 
-#include "board/live/interfaces.h"
-#include "board/live/tree.h"
+#include "board/model/interfaces.h"
+#include "board/store/store.h"
 #include "board/tree/held_signals.h"
 #include "boardctl/command_line.h"
 #include "boardctl/output.h"

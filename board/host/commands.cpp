@@ -10,8 +10,8 @@
 #include <memory>
 #include <string>
 
-#include "board/live/journal.h"
-#include "board/live/tree.h"
+#include "board/store/journal.h"
+#include "board/store/store.h"
 #include "src/host/host.h"
 
 namespace {

@@ -7,8 +7,8 @@
 
 #include "board/host/fields.h"
 #include "board/host/limits.h"
-#include "board/live/journal.h"
-#include "board/live/words.h"
+#include "board/store/journal.h"
+#include "board/store/words.h"
 #include "src/host/host.h"
 
 namespace board {

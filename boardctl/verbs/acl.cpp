@@ -3,7 +3,7 @@
 #include <iterator>
 
 #include "board/host/entry.h"
-#include "board/live/radio_driver.h"
+#include "board/model/radio_driver.h"
 #include "boardctl/verbs/host_records.h"
 #include "boardctl/verbs/radio_names.h"
 #include "platform/wireless.h"

@@ -2,8 +2,8 @@
 #include <algorithm>
 
 #include "board/host/entry.h"
-#include "board/live/journal.h"
-#include "board/live/tree.h"
+#include "board/store/journal.h"
+#include "board/store/store.h"
 #include "boardctl/nearest.h"
 #include "boardctl/verb.h"
 #include "boardctl/verbs/checks.h"

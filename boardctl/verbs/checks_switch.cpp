@@ -1,11 +1,11 @@
 // Checks of the Ethernet switch and its ports.
 #include <map>
 
-#include "board/live/key_file.h"
-#include "board/live/switch.h"
-#include "board/live/switch_wiring.h"
-#include "board/live/tree.h"
-#include "board/live/words.h"
+#include "board/model/switch.h"
+#include "board/model/switch_wiring.h"
+#include "board/store/key_file.h"
+#include "board/store/store.h"
+#include "board/store/words.h"
 #include "boardctl/verbs/checks.h"
 #include "boardctl/verbs/host_records.h"
 #include "boardctl/verbs/port_names.h"

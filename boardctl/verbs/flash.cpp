@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-#include "board/live/flash.h"
-#include "board/live/radio_driver.h"
-#include "board/live/tree.h"
+#include "board/model/flash.h"
+#include "board/model/radio_driver.h"
+#include "board/store/store.h"
 #include "boardctl/call/call.h"
 #include "boardctl/nearest.h"
 #include "boardctl/verbs/radio_names.h"

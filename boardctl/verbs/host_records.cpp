@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "board/live/pins.h"
-#include "board/live/switch.h"
+#include "board/model/pins.h"
+#include "board/model/switch.h"
 #include "boardctl/verbs/radio_names.h"
 #include "platform/switch.h"
 #include "src/host/host.h"

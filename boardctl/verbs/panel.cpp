@@ -1,9 +1,9 @@
 // Buttons and LEDs.
 #include "board/host/entry.h"
-#include "board/live/key_file.h"
-#include "board/live/pins.h"
-#include "board/live/switch.h"
-#include "board/live/tree.h"
+#include "board/model/pins.h"
+#include "board/model/switch.h"
+#include "board/store/key_file.h"
+#include "board/store/store.h"
 #include "boardctl/verbs/host_records.h"
 #include "boardctl/verbs/radio_names.h"
 #include "platform/gpio.h"

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "board/host/entry.h"
-#include "board/live/switch.h"
+#include "board/model/switch.h"
 #include "boardctl/nearest.h"
 #include "boardctl/verbs/host_records.h"
 #include "boardctl/verbs/port_names.h"

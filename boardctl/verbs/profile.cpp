@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <set>
 
-#include "board/live/key_file.h"
-#include "board/live/radio_driver.h"
+#include "board/model/radio_driver.h"
+#include "board/store/key_file.h"
 #include "boardctl/verbs/profile_changes.h"
 #include "boardctl/verbs/radio_names.h"
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "board/live/interfaces.h"
+#include "board/model/interfaces.h"
 #include "boardctl/nearest.h"
 #include "platform/wlmap.h"
 #include "src/host/host.h"

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <memory>
 
-#include "board/live/interfaces.h"
+#include "board/model/interfaces.h"
 #include "boardctl/verbs/radio_names.h"
 #include "boardctl/verbs/radio_rows.h"
 #include "platform/platform.h"

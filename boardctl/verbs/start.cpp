@@ -1,7 +1,7 @@
 // start and apply: what the host does at power-on and after a change of its configuration.
 #include <algorithm>
 
-#include "board/live/journal.h"
+#include "board/store/journal.h"
 #include "boardctl/nearest.h"
 #include "boardctl/verbs/profile_changes.h"
 #include "boardctl/verbs/radio_names.h"

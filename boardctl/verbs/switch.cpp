@@ -2,7 +2,7 @@
 #include <bit>
 
 #include "board/host/entry.h"
-#include "board/live/switch.h"
+#include "board/model/switch.h"
 #include "boardctl/verbs/host_records.h"
 #include "boardctl/verbs/port_names.h"
 #include "boardctl/verbs/radio_names.h"

@@ -7,7 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "board/live/tree.h"
+#include "board/store/store.h"
 #include "boardctl/errors.h"
 #include "tests/support/driver.h"
 #include "tests/switch/switch_board.h"

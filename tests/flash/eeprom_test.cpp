@@ -6,7 +6,7 @@
 #include <iterator>
 #include <set>
 
-#include "board/live/tree.h"
+#include "board/store/store.h"
 #include "platform/flash.h"
 #include "tests/support/board.h"
 

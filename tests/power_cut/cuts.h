@@ -17,8 +17,8 @@
 #include <string>
 #include <string_view>
 
-#include "board/live/flash.h"
-#include "board/live/tree.h"
+#include "board/model/flash.h"
+#include "board/store/store.h"
 
 namespace power_cut {
 

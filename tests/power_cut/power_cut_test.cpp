@@ -4,9 +4,9 @@
 #include <cstdio>
 #include <regex>
 
-#include "board/live/flash.h"
-#include "board/live/interfaces.h"
-#include "board/live/tree.h"
+#include "board/model/flash.h"
+#include "board/model/interfaces.h"
+#include "board/store/store.h"
 #include "platform/platform.h"
 #include "tests/profile/sample_radios.h"
 #include "tests/support/library_hook.h"

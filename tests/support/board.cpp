@@ -13,9 +13,9 @@
 #include <cstring>
 #include <filesystem>
 
-#include "board/live/interfaces.h"
-#include "board/live/journal.h"
-#include "board/live/tree.h"
+#include "board/model/interfaces.h"
+#include "board/store/journal.h"
+#include "board/store/store.h"
 
 namespace harness {
 namespace {

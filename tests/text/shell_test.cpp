@@ -7,7 +7,7 @@
 #include <random>
 #include <sstream>
 
-#include "board/live/tree.h"
+#include "board/store/store.h"
 #include "platform/flash.h"
 #include "platform/wireless.h"
 #include "platform/wps.h"

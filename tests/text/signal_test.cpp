@@ -7,7 +7,7 @@
 #include <chrono>
 #include <csignal>
 
-#include "board/live/tree.h"
+#include "board/store/store.h"
 #include "platform/flash.h"
 #include "platform/gpio.h"
 #include "platform/switch.h"

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <filesystem>
 
-#include "board/live/tree.h"
+#include "board/store/store.h"
 #include "platform/wireless.h"
 #include "tests/support/board.h"
 

@@ -1,9 +1,9 @@
-#include "board/live/flash.h"
+#include "board/model/flash.h"
 
 #include <algorithm>
 #include <sstream>
 
-#include "board/live/tree.h"
+#include "board/store/store.h"
 
 namespace board {
 namespace {

@@ -1,11 +1,11 @@
 // The switch's state, its registers and counters.
-#include "board/live/switch.h"
+#include "board/model/switch.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
 
-#include "board/live/tree.h"
+#include "board/store/store.h"
 
 namespace board {
 namespace {

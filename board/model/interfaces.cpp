@@ -1,4 +1,4 @@
-#include "board/live/interfaces.h"
+#include "board/model/interfaces.h"
 
 #include <net/if.h>
 #include <unistd.h>
@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "board/live/tree.h"
+#include "board/store/store.h"
 
 namespace board {
 namespace {

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "board/live/key_file.h"
-#include "board/live/switch_wiring.h"
+#include "board/model/switch_wiring.h"
+#include "board/store/key_file.h"
 
 namespace board {
 

@@ -12,7 +12,7 @@ namespace board {
 using Complaints = std::vector<std::string>;
 using TakeLine = std::function<bool(std::span<const std::string> words)>;
 
-// Words as live/words.h splits them, or the two sides of KEY=VALUE.
+// Words as board/store/words.h splits them, or the two sides of KEY=VALUE.
 enum class LineForm { words, key_value };
 
 // Hands the words of each line over. Returns "FILE:LINE: not understood: TEXT" for each line that

@@ -1,11 +1,11 @@
-#include "board/live/wps_run.h"
+#include "board/model/wps_run.h"
 
 #include <cstdio>
 
-#include "board/live/key_file.h"
-#include "board/live/radio_driver.h"
-#include "board/live/tree.h"
-#include "board/live/words.h"
+#include "board/model/radio_driver.h"
+#include "board/store/key_file.h"
+#include "board/store/store.h"
+#include "board/store/words.h"
 
 namespace board {
 namespace {

@@ -3,9 +3,9 @@
 #include <cctype>
 #include <string>
 
-#include "board/live/switch.h"
-#include "board/live/tree.h"
-#include "board/live/words.h"
+#include "board/model/switch.h"
+#include "board/store/store.h"
+#include "board/store/words.h"
 
 namespace board {
 namespace {

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "board/live/configuration.h"
+#include "board/store/configuration.h"
 
 namespace board {
 

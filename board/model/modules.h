@@ -4,7 +4,7 @@
 #include <map>
 #include <string>
 
-#include "board/live/configuration.h"
+#include "board/store/configuration.h"
 
 namespace board {
 

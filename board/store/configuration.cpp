@@ -1,10 +1,10 @@
-#include "board/live/configuration.h"
+#include "board/store/configuration.h"
 
 #include <fstream>
 #include <optional>
 
-#include "board/live/key_file.h"
-#include "board/live/words.h"
+#include "board/store/key_file.h"
+#include "board/store/words.h"
 
 namespace board {
 namespace {

@@ -1,11 +1,11 @@
-#include "board/live/radio_driver.h"
+#include "board/model/radio_driver.h"
 
 #include <algorithm>
 
-#include "board/live/interfaces.h"
-#include "board/live/neighbours.h"
-#include "board/live/tree.h"
-#include "board/live/words.h"
+#include "board/model/interfaces.h"
+#include "board/model/neighbours.h"
+#include "board/store/store.h"
+#include "board/store/words.h"
 
 namespace board {
 namespace {

@@ -1,8 +1,8 @@
-#include "board/live/key_file.h"
+#include "board/store/key_file.h"
 
 #include <algorithm>
 
-#include "board/live/tree.h"
+#include "board/store/store.h"
 
 namespace board {
 namespace {

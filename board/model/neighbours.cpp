@@ -1,13 +1,13 @@
-#include "board/live/neighbours.h"
+#include "board/model/neighbours.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
 
-#include "board/live/interfaces.h"
-#include "board/live/radio_driver.h"
-#include "board/live/tree.h"
-#include "board/live/words.h"
+#include "board/model/interfaces.h"
+#include "board/model/radio_driver.h"
+#include "board/store/store.h"
+#include "board/store/words.h"
 
 namespace board {
 namespace {

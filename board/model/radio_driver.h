@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "board/live/key_file.h"
+#include "board/store/key_file.h"
 
 namespace board {
 

@@ -1,4 +1,4 @@
-#include "board/live/tree.h"
+#include "board/store/store.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -1,4 +1,4 @@
-#include "board/live/words.h"
+#include "board/store/words.h"
 
 #include <algorithm>
 

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "board/live/configuration.h"
+#include "board/store/configuration.h"
 
 namespace board {
 

@@ -1,10 +1,10 @@
-#include "board/live/switch_wiring.h"
+#include "board/model/switch_wiring.h"
 
 #include <cstdio>
 #include <optional>
 
-#include "board/live/tree.h"
-#include "board/live/words.h"
+#include "board/store/store.h"
+#include "board/store/words.h"
 
 namespace board {
 namespace {

@@ -1,4 +1,4 @@
-#include "board/live/journal.h"
+#include "board/store/journal.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "board/live/tree.h"
+#include "board/store/store.h"
 
 namespace board {
 namespace {

@@ -1,4 +1,4 @@
-#include "board/live/pins.h"
+#include "board/model/pins.h"
 
 #include <array>
 #include <cstdio>
@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "board/live/tree.h"
-#include "board/live/words.h"
+#include "board/store/store.h"
+#include "board/store/words.h"
 
 namespace board {
 namespace {

@@ -1,6 +1,6 @@
-#include "board/live/modules.h"
+#include "board/model/modules.h"
 
-#include "board/live/tree.h"
+#include "board/store/store.h"
 
 namespace board {
 

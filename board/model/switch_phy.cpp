@@ -1,5 +1,5 @@
 // The PHYs of the switch's ports: IEEE 802.3 clause 22, as far as negotiation goes.
-#include "board/live/switch.h"
+#include "board/model/switch.h"
 
 namespace board {
 namespace {
