@@ -1,10 +1,6 @@
 #include "board/model/interfaces.h"
 
 #include <net/if.h>
-#include <unistd.h>
-
-#include <algorithm>
-#include <filesystem>
 
 #include "board/store/store.h"
 
@@ -29,15 +25,6 @@ std::string member_mark(std::string_view bridge, std::string_view member) {
     return place(bridge, "brif/" + std::string(member));
 }
 
-std::vector<std::string> sorted_entries(std::string_view directory) {
-    std::vector<std::string> names;
-    std::error_code missing;
-    for (const auto& entry : std::filesystem::directory_iterator(in_tree(directory), missing))
-        names.push_back(entry.path().filename());
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
 }  // namespace
 
 void create_interface(std::string_view name) {
@@ -59,7 +46,7 @@ bool set_interface_up(std::string_view name, bool up) {
 }
 
 std::vector<std::string> interface_names() {
-    return sorted_entries(kNet);
+    return store().entries(kNet);
 }
 
 bool is_bridge(std::string_view name) {
@@ -72,9 +59,7 @@ bool create_bridge(std::string_view name) {
     make_directories(device + "/bridge");
     make_directories(device + "/brif");
     make_directories(kNet);
-    const std::string target = "../../devices/virtual/net/" + std::string(name);
-    if (::symlink(target.c_str(), in_tree(place(name)).c_str()) != 0) return false;
-    return set_interface_up(name, false) &&
+    return store().link(place(name), device) && set_interface_up(name, false) &&
            set_interface_attribute(name, "bridge/multicast_snooping", "1");
 }
 
@@ -85,7 +70,7 @@ std::string bridge_of(std::string_view member) {
 }
 
 std::vector<std::string> bridge_members(std::string_view bridge) {
-    return sorted_entries(place(bridge, "brif"));
+    return store().entries(place(bridge, "brif"));
 }
 
 bool add_bridge_member(std::string_view bridge, std::string_view member) {
@@ -96,7 +81,7 @@ bool add_bridge_member(std::string_view bridge, std::string_view member) {
 
 bool remove_bridge_member(std::string_view bridge, std::string_view member) {
     return is_bridge(bridge) && is_interface_name(member) &&
-           ::unlink(in_tree(member_mark(bridge, member)).c_str()) == 0;
+           store().remove(member_mark(bridge, member));
 }
 
 std::string interface_attribute(std::string_view name, std::string_view attribute) {

@@ -13,7 +13,7 @@ Complaints load_module_faults(ModuleFaults& faults) {
         const bool is_fault = words[1] == "missing" || words[1] == "broken";
         return is_fault && is_module(words[0]) && faults.emplace(words[0], words[1]).second;
     };
-    return read_configuration(in_tree("/etc/modules.conf"), take, LineForm::key_value);
+    return read_configuration("/etc/modules.conf", take, LineForm::key_value);
 }
 
 ModuleFaults module_faults() {

@@ -91,7 +91,7 @@ Complaints load_neighbours(std::vector<Neighbour>& neighbours) {
         if (neighbour) neighbours.push_back(*neighbour);
         return neighbour.has_value();
     };
-    return read_configuration(in_tree("/etc/neighbours.conf"), take);
+    return read_configuration("/etc/neighbours.conf", take);
 }
 
 std::vector<Neighbour> neighbours_of(std::string_view main_ifname) {

@@ -67,7 +67,7 @@ Complaints load_wired_pins(std::vector<WiredPin>& pins) {
         pins.push_back({*number, *level});
         return true;
     };
-    return read_configuration(in_tree("/etc/pins.conf"), take);
+    return read_configuration("/etc/pins.conf", take);
 }
 
 void make_pin_file() {

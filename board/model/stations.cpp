@@ -138,7 +138,7 @@ Complaints load_station_file(StationFile& file) {
             if (kind == words[0]) return take_line(words.subspan(1), file);
         return false;
     };
-    return read_configuration(in_tree("/etc/stations.conf"), take);
+    return read_configuration("/etc/stations.conf", take);
 }
 
 std::vector<Station> stations_of(std::string_view main_ifname) {

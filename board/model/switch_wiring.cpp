@@ -112,7 +112,7 @@ Complaints load_wiring(Wiring& wiring) {
             if (name == words[0]) return load(words.subspan(1), wiring);
         return false;
     };
-    return read_configuration(in_tree("/etc/switch.conf"), take);
+    return read_configuration("/etc/switch.conf", take);
 }
 
 Wiring Wiring::load() {

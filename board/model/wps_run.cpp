@@ -101,7 +101,7 @@ Complaints load_wps_peer(std::vector<WpsPeerText>& texts) {
         }
         return false;
     };
-    return read_configuration(in_tree("/etc/wps_peer.conf"), take, LineForm::key_value);
+    return read_configuration("/etc/wps_peer.conf", take, LineForm::key_value);
 }
 
 std::vector<WpsPeerText> wps_peer() {

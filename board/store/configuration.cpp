@@ -1,9 +1,9 @@
 #include "board/store/configuration.h"
 
-#include <fstream>
 #include <optional>
 
 #include "board/store/key_file.h"
+#include "board/store/store.h"
 #include "board/store/words.h"
 
 namespace board {
@@ -18,15 +18,19 @@ std::optional<std::vector<std::string>> words_of(const std::string& line, LineFo
 
 }  // namespace
 
-Complaints read_configuration(const std::string& file, const TakeLine& take, LineForm form) {
+Complaints read_configuration(std::string_view path, const TakeLine& take, LineForm form) {
+    return read_configuration(in_tree(path), read_lines(path), take, form);
+}
+
+Complaints read_configuration(const std::string& name, const std::vector<std::string>& lines,
+                              const TakeLine& take, LineForm form) {
     Complaints complaints;
-    std::ifstream lines(file);
-    std::string line;
-    for (int number = 1; std::getline(lines, line); ++number) {
-        const auto words = words_of(line, form);
+    for (size_t i = 0; i < lines.size(); ++i) {
+        const auto words = words_of(lines[i], form);
         if (words && words->empty()) continue;
         if (!words || !take(*words))
-            complaints.push_back(file + ':' + std::to_string(number) + ": not understood: " + line);
+            complaints.push_back(name + ':' + std::to_string(i + 1) +
+                                 ": not understood: " + lines[i]);
     }
     return complaints;
 }

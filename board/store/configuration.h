@@ -16,8 +16,12 @@ using TakeLine = std::function<bool(std::span<const std::string> words)>;
 enum class LineForm { words, key_value };
 
 // Hands the words of each line over. Returns "FILE:LINE: not understood: TEXT" for each line that
-// is not taken. The file is named by its place on this machine; a missing one has no lines.
-Complaints read_configuration(const std::string& file, const TakeLine& take,
+// is not taken. The file is one of the board; a missing one has no lines.
+Complaints read_configuration(std::string_view path, const TakeLine& take,
                               LineForm form = LineForm::words);
+
+// The same of lines that come from elsewhere.
+Complaints read_configuration(const std::string& name, const std::vector<std::string>& lines,
+                              const TakeLine& take, LineForm form);
 
 }  // namespace board

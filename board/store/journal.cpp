@@ -1,8 +1,5 @@
 #include "board/store/journal.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
 
@@ -29,20 +26,11 @@ void append_escaped(std::string& text, char c) {
     }
 }
 
-// One write on a file opened for appending: lines of processes that run at once never mix.
-void append_line(const std::string& line) {
-    const std::string place = in_tree(live_path("journal"));
-    const int fd = ::open(place.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
-    const auto size = static_cast<ssize_t>(line.size());
-    if (fd < 0 || ::write(fd, line.data(), line.size()) != size) std::perror(place.c_str());
-    if (fd >= 0) ::close(fd);
-}
-
 template <class Words>
 void append_words(const Words& words) {
     std::string line;
     for (const std::string_view word : words) line += (line.empty() ? "" : " ") + quote(word);
-    append_line(line + '\n');
+    store().write(live_path("journal"), line + '\n', Writing::append);
 }
 
 }  // namespace
@@ -67,7 +55,7 @@ std::vector<std::string> journal_lines() {
 }
 
 void clear_journal() {
-    ::unlink(in_tree(live_path("journal")).c_str());
+    store().remove(live_path("journal"));
 }
 
 }  // namespace board
