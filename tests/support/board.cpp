@@ -7,34 +7,31 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <optional>
 
 #include "board/model/interfaces.h"
 #include "board/store/journal.h"
-#include "board/store/store.h"
 
 namespace harness {
 namespace {
 
-Board* current = nullptr;
+using board::Kind;
+using board::Writing;
 
-size_t open_descriptors() {
-    const std::filesystem::directory_iterator list("/proc/self/fd");
-    return static_cast<size_t>(std::distance(begin(list), end(list)));
-}
+Board* current = nullptr;
 
 void expect_close_on_exec(int fd, const char* what) {
     EXPECT_TRUE(fcntl(fd, F_GETFD) & FD_CLOEXEC) << what << " is inherited by commands";
 }
 
-// In memory where there is a place for it: a tree for each test takes a disk longer than the test.
 std::string make_root() {
-    const bool in_memory = std::getenv("TEST_TMPDIR") == nullptr && access("/dev/shm", W_OK) == 0;
-    std::string name = (in_memory ? "/dev/shm/" : testing::TempDir()) + "boardXXXXXX";
+    std::string name = testing::TempDir() + "boardXXXXXX";
     if (mkdtemp(name.data()) == nullptr) std::abort();
     return name;
 }
@@ -44,6 +41,51 @@ std::string written_to(FILE* stream) {
     std::rewind(stream);
     text.resize(std::fread(text.data(), 1, text.size(), stream));
     return text;
+}
+
+// A file of the board's memory that is open. What is written is in the memory at once.
+struct OpenFile {
+    std::string path;
+    std::string text;
+    size_t at = 0;
+
+    static OpenFile& of(void* cookie) { return *static_cast<OpenFile*>(cookie); }
+    static ssize_t read(void* cookie, char* bytes, size_t size) {
+        OpenFile& file = of(cookie);
+        const size_t count = file.text.copy(bytes, size, std::min(file.at, file.text.size()));
+        file.at += count;
+        return static_cast<ssize_t>(count);
+    }
+    static ssize_t write(void* cookie, const char* bytes, size_t size) {
+        const bool kept = board::store().write(of(cookie).path, {bytes, size}, Writing::append);
+        return kept ? static_cast<ssize_t>(size) : 0;
+    }
+    static int seek(void* cookie, off64_t* offset, int whence) {
+        OpenFile& file = of(cookie);
+        const size_t from = whence == SEEK_CUR   ? file.at
+                            : whence == SEEK_END ? file.text.size()
+                                                 : 0;
+        *offset += static_cast<off64_t>(from);
+        file.at = static_cast<size_t>(*offset);
+        return 0;
+    }
+    static int close(void* cookie) {
+        delete static_cast<OpenFile*>(cookie);
+        return 0;
+    }
+};
+
+// Opened as asked for: nothing of it gets back to the memory.
+int descriptor_of(const std::string& content, int flags) {
+    const int file = memfd_create("file", 0);
+    if (write(file, content.data(), content.size()) != std::ssize(content)) std::abort();
+    const int fd = open(("/proc/self/fd/" + std::to_string(file)).c_str(), flags);
+    close(file);
+    return fd;
+}
+
+bool is_open(int fd) {
+    return fcntl(fd, F_GETFD) != -1;
 }
 
 }  // namespace
@@ -61,6 +103,8 @@ const char* const kL1Profile =
 
 // The library's way to the system, as it finds it on the board.
 struct Hooks {
+    static bool in_memory() { return &board::store() == &current->memory; }
+
     static int system(const char* command) {
         if (current->fails("system")) return -1;
         return current->run("$", command).status;
@@ -100,16 +144,36 @@ struct Hooks {
         return std::fclose(pipe) == 0 && !failed ? 0 : -1;
     }
 
+    // What the library reads in a file of the memory.
+    static std::optional<std::string> content_of(const char* path) {
+        auto text = board::read_text(path);
+        if (text || !current->other_file || board::path_exists(path)) return text;
+        const std::string* const other = current->other_file(path);
+        return other != nullptr ? std::optional(*other) : std::nullopt;
+    }
+
+    static FILE* open_in_memory(const char* path, const char* mode) {
+        auto text = content_of(path);
+        const bool creates = *mode == 'w' || (*mode == 'a' && !text);
+        errno = ENOENT;
+        if (creates ? !board::write_text(path, "") : !text) return nullptr;
+        return fopencookie(new OpenFile{path, text.value_or("")}, mode,
+                           {OpenFile::read, OpenFile::write, OpenFile::seek, OpenFile::close});
+    }
+
     static FILE* fopen(const char* path, const char* mode) {
         if (current->fails("fopen")) return nullptr;
-        FILE* const file = std::fopen(board::in_tree(path).c_str(), mode);
-        if (file != nullptr) expect_close_on_exec(fileno(file), path);
+        EXPECT_NE(nullptr, std::strchr(mode, 'e')) << path << " is inherited by commands";
+        FILE* const file = in_memory() ? open_in_memory(path, mode)
+                                       : std::fopen(board::in_tree(path).c_str(), mode);
+        if (file != nullptr) current->streams_.insert(file);
         return file;
     }
 
     static int fclose(FILE* file) {
         const bool failed = current->fails("fclose");
         const int error = errno;
+        EXPECT_EQ(1U, current->streams_.erase(file)) << "fclose of what fopen did not open";
         current->broken_.erase(file);
         if (std::fclose(file) == 0 && !failed) return 0;
         errno = error;
@@ -145,10 +209,24 @@ struct Hooks {
         std::clearerr(stream);
     }
 
+    // A folder, and a FIFO that somebody holds open, are opened as such.
+    static int open_in_memory(const char* path, int flags) {
+        int ends[2];
+        const Kind kind = board::store().kind(path);
+        if (kind == Kind::directory) return ::open("/", flags);
+        if (kind == Kind::other)
+            return ::pipe2(ends, O_CLOEXEC) == 0 ? ::close(ends[1]), ends[0] : -1;
+        const auto content = content_of(path);
+        errno = ENOENT;
+        return content ? descriptor_of(*content, flags) : -1;
+    }
+
     static int open(const char* path, int flags, mode_t mode) {
         if (current->fails("open")) return -1;
-        const int fd = ::open(board::in_tree(path).c_str(), flags, mode);
-        if (fd != -1) expect_close_on_exec(fd, path);
+        EXPECT_TRUE(flags & O_CLOEXEC) << path << " is inherited by commands";
+        const int fd = in_memory() ? open_in_memory(path, flags)
+                                   : ::open(board::in_tree(path).c_str(), flags, mode);
+        if (fd != -1) current->files_.insert(fd);
         return fd;
     }
 
@@ -157,17 +235,30 @@ struct Hooks {
     }
 
     static int lstat(const char* path, struct stat* entry) {
-        return ::lstat(board::in_tree(path).c_str(), entry);
+        constexpr mode_t kModes[] = {0, S_IFREG, S_IFDIR, S_IFLNK, S_IFIFO};
+        const Kind kind = board::store().kind(path);
+        *entry = {};
+        entry->st_mode = kModes[static_cast<size_t>(kind)];
+        errno = ENOENT;
+        return kind == Kind::none ? -1 : 0;
     }
 
-    static int unlink(const char* path) { return ::unlink(board::in_tree(path).c_str()); }
+    static int unlink(const char* path) {
+        errno = EISDIR;
+        if (board::store().kind(path) == Kind::directory) return -1;
+        errno = ENOENT;
+        return board::store().remove(path) ? 0 : -1;
+    }
 
     static int mkdir(const char* path, mode_t mode) {
         if (current->fails("mkdir")) return -1;
         char octal[16];
         std::snprintf(octal, sizeof octal, "%04o", mode);
         board::journal({"mkdir", path, octal});
-        return ::mkdir(board::in_tree(path).c_str(), mode);
+        errno = EEXIST;
+        if (board::path_exists(path)) return -1;
+        board::make_directories(path);
+        return 0;
     }
 
     static int socket(int, int, int) {
@@ -192,6 +283,7 @@ struct Hooks {
     }
 
     static int close(int fd) {
+        current->files_.erase(fd);
         if (current->sockets_.erase(fd) != 0) {
             expect_close_on_exec(fd, "a socket");
             if (current->journal_sockets) board::journal({"close"});
@@ -201,7 +293,7 @@ struct Hooks {
 
     static void* malloc(size_t size) {
         if (current->fails("malloc")) return nullptr;
-        return *current->memory_.insert(std::malloc(size)).first;
+        return *current->blocks_.insert(std::malloc(size)).first;
     }
 
     static void* calloc(size_t count, size_t size) {
@@ -210,7 +302,7 @@ struct Hooks {
     }
 
     static void free(void* memory) {
-        EXPECT_TRUE(memory == nullptr || current->memory_.erase(memory) != 0)
+        EXPECT_TRUE(memory == nullptr || current->blocks_.erase(memory) != 0)
             << "free of what malloc did not give";
         std::free(memory);
     }
@@ -256,10 +348,12 @@ struct Hooks {
     }
 };
 
-Board::Board() : out_(Hooks::open_stream("out ")), err_(Hooks::open_stream("err ")) {
+Board::Board(Files files) : out_(Hooks::open_stream("out ")), err_(Hooks::open_stream("err ")) {
     current = this;
-    descriptors_ = open_descriptors();
-    board::set_root(make_root());
+    if (files == Files::in_memory)
+        board::use_store(&memory);
+    else
+        board::set_root(make_root());
     board::state() = board::factory_state();
     for (const char* directory : {"/tmp", "/var/run"}) board::make_directories(directory);
     board::create_interfaces(board::state());
@@ -289,8 +383,9 @@ Board::~Board() {
     hooks_.clear();
     std::fclose(out_);
     std::fclose(err_);
-    std::filesystem::remove_all(board::root());
+    if (!board::root().empty()) std::filesystem::remove_all(board::root());
     board::set_root({});
+    board::use_store(nullptr);
     current = nullptr;
 }
 
@@ -305,8 +400,10 @@ void Board::TearDown() {
 
 void Board::expect_all_given_back() const {
     EXPECT_TRUE(pipes_.empty()) << "a pipe was left open";
-    EXPECT_TRUE(memory_.empty()) << "memory was not freed";
-    EXPECT_EQ(descriptors_, open_descriptors()) << "a descriptor was left open";
+    EXPECT_TRUE(streams_.empty()) << "a stream was left open";
+    EXPECT_TRUE(blocks_.empty()) << "memory was not freed";
+    EXPECT_TRUE(std::ranges::none_of(files_, is_open)) << "a descriptor was left open";
+    EXPECT_TRUE(std::ranges::none_of(sockets_, is_open)) << "a socket was left open";
     EXPECT_EQ(0, host().open_profiles);
     EXPECT_EQ(0, host().open_mac_tables);
     EXPECT_EQ(0, host().open_lists);
@@ -330,6 +427,12 @@ void Board::clear_journal() {
     board::clear_journal();
 }
 
+void Board::forget() {
+    clear_journal();
+    noted_.clear();
+    inputs_.clear();
+}
+
 void Board::write(std::string_view path, std::string_view text) {
     board::make_directories(path.substr(0, path.rfind('/')));
     if (!board::write_text(path, text)) std::abort();
@@ -340,7 +443,7 @@ std::string Board::read(std::string_view path) const {
 }
 
 void Board::remove(std::string_view path) {
-    std::filesystem::remove_all(board::in_tree(path));
+    board::store().remove(path);
 }
 
 // A line of the journal holds no more than one line of text, so it holds the number of ours.

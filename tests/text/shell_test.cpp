@@ -23,6 +23,8 @@ constexpr std::string_view kPrinter = PRINT_ARGUMENTS;
 
 class RealShell : public harness::Board, public testing::WithParamInterface<const char*> {
 protected:
+    RealShell() : Board(Files::in_tree) {}
+
     // The arguments that the tool gets. The shell has nothing else in reach: an empty directory
     // and no PATH.
     static Lines run(const std::string& command) {

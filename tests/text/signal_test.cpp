@@ -22,6 +22,8 @@ using harness::Lines;
 
 class Signals : public harness::Board {
 protected:
+    Signals() : Board(Files::in_tree) {}
+
     // Runs the call beside a timer of 1 ms whose handler does without SA_RESTART.
     template <class Call>
     static auto interrupted(Call call) {
