@@ -96,7 +96,7 @@ void Switch::set_number(const std::string& key, uint32_t value) {
 }
 
 void Switch::remove_all(std::string_view prefix) {
-    for (const std::string& line : std::vector<std::string>(file_.lines()))
+    for (const std::string& line : file_.lines())
         if (line.starts_with(prefix)) file_.remove(line.substr(0, line.find('=')));
     changed_ = true;
 }

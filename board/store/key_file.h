@@ -20,10 +20,16 @@ public:
     void append(std::string_view key, std::string_view value);  // beside lines of the same key
     bool remove(std::string_view key);
 
-    const std::vector<std::string>& lines() const { return lines_; }
+    std::vector<std::string> lines() const;
 
 private:
-    std::vector<std::string> lines_;
+    struct Line {
+        size_t start;
+        size_t size;  // its line feed counts
+    };
+    std::optional<Line> find(std::string_view key) const;
+
+    std::string text_;  // ends with a line feed, unless it is empty
 };
 
 // The two sides of a line's first "="; nothing for a comment or a line without "=".

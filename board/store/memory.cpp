@@ -2,27 +2,27 @@
 
 namespace board {
 
-std::string Memory::resolve(std::string_view path) const {
-    std::string resolved(path);
-    while (resolved.ends_with('/')) resolved.pop_back();
-    if (!has_links_) return resolved;
-    for (size_t at = resolved.find('/', 1); at != resolved.npos; at = resolved.find('/', at + 1)) {
-        const auto node = nodes_.find(std::string_view(resolved).substr(0, at));
+std::string_view Memory::resolve(std::string_view path, std::string&& place) const {
+    while (path.ends_with('/')) path.remove_suffix(1);
+    if (!has_links_) return path;
+    for (size_t at = path.find('/', 1); at != path.npos; at = path.find('/', at + 1)) {
+        const auto node = nodes_.find(path.substr(0, at));
         if (node == nodes_.end() || node->second.kind != Kind::link) continue;
-        resolved = node->second.text + resolved.substr(at);
+        place = node->second.text + std::string(path.substr(at));
+        path = place;
         at = 0;
     }
-    return resolved;
+    return path;
 }
 
-std::string Memory::follow(std::string_view path) const {
-    std::string resolved = resolve(path);
-    if (!has_links_) return resolved;
-    for (auto node = nodes_.find(resolved); node != nodes_.end(); node = nodes_.find(resolved)) {
+std::string_view Memory::follow(std::string_view path, std::string&& place) const {
+    path = resolve(path, std::move(place));
+    for (auto node = nodes_.find(path); has_links_ && node != nodes_.end();
+         node = nodes_.find(path)) {
         if (node->second.kind != Kind::link) break;
-        resolved = resolve(node->second.text);
+        path = resolve(node->second.text, std::move(place));
     }
-    return resolved;
+    return path;
 }
 
 const Memory::Node* Memory::find(std::string_view path) const {
@@ -30,11 +30,13 @@ const Memory::Node* Memory::find(std::string_view path) const {
     return node != nodes_.end() ? &node->second : nullptr;
 }
 
-Memory::Node* Memory::change(const std::string& path, Kind kind) {
-    const auto folder = nodes_.find(std::string_view(path).substr(0, path.rfind('/')));
+Memory::Node* Memory::change(std::string_view path, Kind kind) {
+    const auto folder = nodes_.find(path.substr(0, path.rfind('/')));
     if (folder == nodes_.end() || folder->second.kind != Kind::directory) return nullptr;
     if (changes == last_change) return nullptr;
-    Node& node = nodes_.try_emplace(path, Node{kind, ""}).first->second;
+    auto found = nodes_.find(path);
+    if (found == nodes_.end()) found = nodes_.try_emplace(std::string(path), Node{kind, ""}).first;
+    Node& node = found->second;
     if (node.kind != kind) return nullptr;
     ++changes;
     return &node;
@@ -65,7 +67,7 @@ bool Memory::write(std::string_view path, std::string_view text, Writing how) {
 }
 
 bool Memory::remove(std::string_view path) {
-    const std::string first = resolve(path);
+    const std::string first(resolve(path));
     const auto node = nodes_.find(first);
     if (node == nodes_.end() || changes == last_change) return false;
     ++changes;
@@ -78,8 +80,8 @@ bool Memory::remove(std::string_view path) {
 }
 
 void Memory::make_directories(std::string_view path) {
-    const std::string all = follow(path);
-    if (nodes_.contains(all)) return;
+    if (nodes_.contains(follow(path))) return;
+    const std::string all(follow(path));
     for (size_t end = 0; end != all.npos;) {
         end = all.find('/', end + 1);
         change(all.substr(0, end), Kind::directory);
@@ -98,8 +100,23 @@ bool Memory::make_fifo(std::string_view path) {
     return change(resolve(path), Kind::other) != nullptr;
 }
 
+void Memory::restore(const Memory& before) {
+    auto now = nodes_.begin();
+    for (const auto& [path, node] : before.nodes_) {
+        while (now != nodes_.end() && now->first < path) now = nodes_.erase(now);
+        if (now == nodes_.end() || now->first != path)
+            now = nodes_.emplace_hint(now, path, node);
+        else if (now->second != node)
+            now->second = node;
+        ++now;
+    }
+    nodes_.erase(now, nodes_.end());
+    has_links_ = before.has_links_;
+    changes = before.changes;
+}
+
 std::vector<std::string> Memory::entries(std::string_view directory) {
-    const std::string start = follow(directory) + '/';
+    const std::string start = std::string(follow(directory)) + '/';
     std::vector<std::string> names;
     for (auto node = nodes_.lower_bound(start);
          node != nodes_.end() && node->first.starts_with(start); ++node)

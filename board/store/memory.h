@@ -21,6 +21,7 @@ public:
     void unlock(int) override {}
 
     bool make_fifo(std::string_view path);
+    void restore(const Memory& before);  // takes no longer than there are differences
 
     unsigned changes = 0;        // so far
     unsigned last_change = ~0U;  // none takes place after so many: the power is lost
@@ -29,14 +30,16 @@ private:
     struct Node {
         Kind kind;
         std::string text;  // a file's content, a link's target
+        bool operator==(const Node&) const = default;
     };
     using Nodes = std::map<std::string, Node, std::less<>>;
 
-    // The path without a link in it, but for one at its end.
-    std::string resolve(std::string_view path) const;
-    std::string follow(std::string_view path) const;  // that one, too
+    // The path without a link in it, but for one at its end; follow() replaces that one, too. A
+    // path that changes is kept in the place.
+    std::string_view resolve(std::string_view path, std::string&& place = {}) const;
+    std::string_view follow(std::string_view path, std::string&& place = {}) const;
     const Node* find(std::string_view path) const;
-    Node* change(const std::string& path, Kind kind);  // null: not possible
+    Node* change(std::string_view path, Kind kind);  // null: not possible
 
     Nodes nodes_ = {
         {"", {Kind::directory, ""}}

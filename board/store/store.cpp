@@ -69,7 +69,7 @@ void make_directories(std::string_view path) {
 
 std::string live_path(std::string_view name) {
     std::string path = "/var/board/" + std::string(name);
-    make_directories(path.substr(0, path.rfind('/')));
+    make_directories(std::string_view(path).substr(0, path.rfind('/')));
     return path;
 }
 

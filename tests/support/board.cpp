@@ -26,29 +26,22 @@ using board::Writing;
 
 Board* current = nullptr;
 
-void expect_close_on_exec(int fd, const char* what) {
-    EXPECT_TRUE(fcntl(fd, F_GETFD) & FD_CLOEXEC) << what << " is inherited by commands";
-}
-
 std::string make_root() {
     std::string name = testing::TempDir() + "boardXXXXXX";
     if (mkdtemp(name.data()) == nullptr) std::abort();
     return name;
 }
 
-std::string written_to(FILE* stream) {
-    std::string text(static_cast<size_t>(std::ftell(stream)), '\0');
-    std::rewind(stream);
-    text.resize(std::fread(text.data(), 1, text.size(), stream));
-    return text;
-}
-
-// A file of the board's memory that is open. What is written is in the memory at once.
+// A pipe, or a file of the board's memory, that is open. What is written is there at once.
 struct OpenFile {
-    std::string path;
-    std::string text;
+    std::string path = {};
+    std::string text = {};
+    std::string* written = nullptr;  // of a pipe
     size_t at = 0;
 
+    FILE* open(const char* mode) { return fopencookie(this, mode, {read, write, seek, close}); }
+
+private:
     static OpenFile& of(void* cookie) { return *static_cast<OpenFile*>(cookie); }
     static ssize_t read(void* cookie, char* bytes, size_t size) {
         OpenFile& file = of(cookie);
@@ -57,8 +50,12 @@ struct OpenFile {
         return static_cast<ssize_t>(count);
     }
     static ssize_t write(void* cookie, const char* bytes, size_t size) {
-        const bool kept = board::store().write(of(cookie).path, {bytes, size}, Writing::append);
-        return kept ? static_cast<ssize_t>(size) : 0;
+        OpenFile& file = of(cookie);
+        if (file.written != nullptr)
+            file.written->append(bytes, size);
+        else if (!board::store().write(file.path, {bytes, size}, Writing::append))
+            return 0;
+        return static_cast<ssize_t>(size);
     }
     static int seek(void* cookie, off64_t* offset, int whence) {
         OpenFile& file = of(cookie);
@@ -126,21 +123,45 @@ struct Hooks {
     static FILE* popen(const char* command, const char* mode) {
         if (current->fails("popen")) return nullptr;
         const bool writes = *mode == 'w';
-        const std::string output = current->run(writes ? "$>" : "$<", command).output;
-        FILE* const pipe = fdopen(memfd_create("pipe", 0), "r+");
-        if (!writes) std::fwrite(output.data(), 1, output.size(), pipe);
-        std::rewind(pipe);
-        current->pipes_.emplace(pipe, writes);
+        auto* const end = new OpenFile{.text = current->run(writes ? "$>" : "$<", command).output};
+        FILE* const pipe = end->open(mode);
+        current->pipes_[pipe] = {writes, {}, new_descriptor()};
+        if (writes) end->written = &current->pipes_[pipe].text;
         return pipe;
+    }
+
+    // Sockets and pipes have descriptors that this process does not know.
+    static int new_descriptor() {
+        constexpr int kFirst = 1 << 20;
+        static int last = kFirst;
+        current->descriptors_[++last] = false;
+        return last;
+    }
+    static int fileno(FILE* stream) {
+        const auto pipe = current->pipes_.find(stream);
+        return pipe != current->pipes_.end() ? pipe->second.descriptor : ::fileno(stream);
+    }
+    static int fcntl(int fd, int request, int flags) {
+        const auto row = current->descriptors_.find(fd);
+        if (row == current->descriptors_.end()) return ::fcntl(fd, request, flags);
+        EXPECT_EQ(F_SETFD, request);
+        row->second = (flags & FD_CLOEXEC) != 0;
+        return 0;
+    }
+    static bool close_descriptor(int fd) {
+        const auto row = current->descriptors_.extract(fd);
+        EXPECT_TRUE(!row || row.mapped()) << "a pipe or socket is inherited by commands";
+        return bool(row);
     }
 
     static int pclose(FILE* pipe) {
         const bool failed = current->fails("pclose");
         current->broken_.erase(pipe);
+        std::fflush(pipe);
         const auto row = current->pipes_.extract(pipe);
         EXPECT_TRUE(row) << "pclose of what popen did not open";
-        expect_close_on_exec(fileno(pipe), "a pipe");
-        if (row && row.mapped()) current->inputs_.push_back(written_to(pipe));
+        if (row) close_descriptor(row.mapped().descriptor);
+        if (row && row.mapped().writes) current->inputs_.push_back(row.mapped().text);
         return std::fclose(pipe) == 0 && !failed ? 0 : -1;
     }
 
@@ -157,8 +178,7 @@ struct Hooks {
         const bool creates = *mode == 'w' || (*mode == 'a' && !text);
         errno = ENOENT;
         if (creates ? !board::write_text(path, "") : !text) return nullptr;
-        return fopencookie(new OpenFile{path, text.value_or("")}, mode,
-                           {OpenFile::read, OpenFile::write, OpenFile::seek, OpenFile::close});
+        return (new OpenFile{.path = path, .text = text.value_or("")})->open(mode);
     }
 
     static FILE* fopen(const char* path, const char* mode) {
@@ -264,11 +284,11 @@ struct Hooks {
     static int socket(int, int, int) {
         if (current->fails("socket")) return -1;
         if (current->journal_sockets) board::journal({"socket"});
-        return *current->sockets_.insert(memfd_create("socket", 0)).first;
+        return new_descriptor();
     }
 
     static int ioctl(int fd, unsigned long request, void* record) {
-        EXPECT_TRUE(current->sockets_.contains(fd)) << "ioctl without a socket";
+        EXPECT_TRUE(current->descriptors_.contains(fd)) << "ioctl without a socket";
         if (current->fails("ioctl")) return -1;
         errno = ENODEV;
         if (const auto row = current->on_ioctl.find(request); row != current->on_ioctl.end())
@@ -283,11 +303,11 @@ struct Hooks {
     }
 
     static int close(int fd) {
-        current->files_.erase(fd);
-        if (current->sockets_.erase(fd) != 0) {
-            expect_close_on_exec(fd, "a socket");
+        if (close_descriptor(fd)) {
             if (current->journal_sockets) board::journal({"close"});
+            return 0;
         }
+        current->files_.erase(fd);
         return ::close(fd);
     }
 
@@ -369,12 +389,11 @@ Board::Board(Files files) : out_(Hooks::open_stream("out ")), err_(Hooks::open_s
     divert("system3", Hooks::run_host<'3'>);
 #define HOOK(function) std::pair(#function, reinterpret_cast<void*>(Hooks::function))
     for (const auto& [name, replacement] :
-         {HOOK(system), HOOK(popen), HOOK(pclose), HOOK(fopen),    HOOK(fclose),
-          HOOK(fwrite), HOOK(fgets), HOOK(ferror), HOOK(clearerr), HOOK(open),
-          HOOK(lseek),  HOOK(read),  HOOK(lstat),  HOOK(unlink),   HOOK(mkdir),
-          HOOK(socket), HOOK(ioctl), HOOK(close),  HOOK(malloc),   HOOK(calloc),
-          HOOK(free),   HOOK(time),  HOOK(sleep),  HOOK(usleep),   HOOK(clock_gettime),
-          HOOK(kill)})
+         {HOOK(system), HOOK(popen),  HOOK(pclose),        HOOK(fopen),  HOOK(fclose), HOOK(fwrite),
+          HOOK(fgets),  HOOK(ferror), HOOK(clearerr),      HOOK(open),   HOOK(fileno), HOOK(fcntl),
+          HOOK(lseek),  HOOK(read),   HOOK(lstat),         HOOK(unlink), HOOK(mkdir),  HOOK(socket),
+          HOOK(ioctl),  HOOK(close),  HOOK(malloc),        HOOK(calloc), HOOK(free),   HOOK(time),
+          HOOK(sleep),  HOOK(usleep), HOOK(clock_gettime), HOOK(kill)})
         divert(name, static_cast<char*>(replacement));
 #undef HOOK
 }
@@ -403,7 +422,7 @@ void Board::expect_all_given_back() const {
     EXPECT_TRUE(streams_.empty()) << "a stream was left open";
     EXPECT_TRUE(blocks_.empty()) << "memory was not freed";
     EXPECT_TRUE(std::ranges::none_of(files_, is_open)) << "a descriptor was left open";
-    EXPECT_TRUE(std::ranges::none_of(sockets_, is_open)) << "a socket was left open";
+    EXPECT_TRUE(descriptors_.empty()) << "a socket was left open";
     EXPECT_EQ(0, host().open_profiles);
     EXPECT_EQ(0, host().open_mac_tables);
     EXPECT_EQ(0, host().open_lists);

@@ -145,8 +145,13 @@ private:
     std::map<std::string, Failure> failures_;
     std::set<FILE*> broken_;  // the streams of which ferror() is true
     std::vector<Noted> noted_;
-    std::map<FILE*, bool> pipes_;  // whether it is written to
-    std::set<int> sockets_;
+    struct Pipe {
+        bool writes;
+        std::string text;
+        int descriptor;
+    };
+    std::map<FILE*, Pipe> pipes_;
+    std::map<int, bool> descriptors_;  // of sockets and pipes; whether they close on exec
     std::set<int> files_;
     std::set<FILE*> streams_;
     std::set<void*> blocks_;
