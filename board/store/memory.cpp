@@ -17,8 +17,8 @@ std::string_view Memory::resolve(std::string_view path, std::string&& place) con
 
 std::string_view Memory::follow(std::string_view path, std::string&& place) const {
     path = resolve(path, std::move(place));
-    for (auto node = nodes_.find(path); has_links_ && node != nodes_.end();
-         node = nodes_.find(path)) {
+    if (!has_links_) return path;
+    for (auto node = nodes_.find(path); node != nodes_.end(); node = nodes_.find(path)) {
         if (node->second.kind != Kind::link) break;
         path = resolve(node->second.text, std::move(place));
     }
@@ -31,15 +31,16 @@ const Memory::Node* Memory::find(std::string_view path) const {
 }
 
 Memory::Node* Memory::change(std::string_view path, Kind kind) {
-    const auto folder = nodes_.find(path.substr(0, path.rfind('/')));
-    if (folder == nodes_.end() || folder->second.kind != Kind::directory) return nullptr;
     if (changes == last_change) return nullptr;
-    auto found = nodes_.find(path);
-    if (found == nodes_.end()) found = nodes_.try_emplace(std::string(path), Node{kind, ""}).first;
-    Node& node = found->second;
-    if (node.kind != kind) return nullptr;
+    auto node = nodes_.find(path);
+    if (node == nodes_.end()) {
+        const auto folder = nodes_.find(path.substr(0, path.rfind('/')));
+        if (folder == nodes_.end() || folder->second.kind != Kind::directory) return nullptr;
+        node = nodes_.try_emplace(std::string(path), Node{kind, ""}).first;
+    }
+    if (node->second.kind != kind) return nullptr;
     ++changes;
-    return &node;
+    return &node->second;
 }
 
 Kind Memory::kind(std::string_view path) {
