@@ -14,6 +14,7 @@
 #include <fstream>
 #include <utility>
 
+#include "board/store/store.h"
 #include "src/host/host.h"
 
 namespace bench {

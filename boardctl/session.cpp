@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "board/live/journal.h"
+#include "board/store/journal.h"
 
 namespace boardctl {
 

@@ -10,14 +10,13 @@ using namespace fuzz_target;
 
 namespace {
 
-constexpr uint32_t kRead = 0x89F3;
+constexpr unsigned long kRead = 0x89F3;
 constexpr uint32_t kSearchEnded = 0x4000;
 
 std::string_view words;
 
 // One word of the input for each reading; after the last one the search has ended.
-int answer_register(unsigned long request, void* record) {
-    if (request != kRead) return 0;
+int answer_register(void* record) {
     uint32_t value = kSearchEnded;
     const size_t size = std::min(words.size(), sizeof value);
     if (size != 0) std::memcpy(&value, words.data(), size);
@@ -38,7 +37,7 @@ void expect_sound(const std::unique_ptr<switch_mac_entry[]>& entries, int count,
 
 void fuzz(Pieces& input) {
     constexpr int kCapacity = 4;
-    outside().on_ioctl = answer_register;
+    outside().on_ioctl[kRead] = answer_register;
     words = input.rest();
     const std::unique_ptr<switch_mac_entry[]> entries(new switch_mac_entry[kCapacity]);
     const int count = ethswitch_get_all_macentry(entries.get(), kCapacity, 0x1F);

@@ -16,8 +16,7 @@ constexpr size_t kWordSize = 4;
 std::string_view bytes;
 
 // As many bytes as the driver has for the object, whatever the input holds.
-int answer_object(unsigned long request, void* record) {
-    if (request != SIOCIWFIRSTPRIV + 1) return 0;
+int answer_object(void* record) {
     iw_point& data = static_cast<iwreq*>(record)->u.data;
     if ((data.flags & 0x8000) != 0) return bytes.empty() ? -1 : 0;
     if (bytes.empty()) return -1;
@@ -32,7 +31,7 @@ int answer_object(unsigned long request, void* record) {
 
 void fuzz(Pieces& input) {
     Exact ifname(input.text());
-    outside().on_ioctl = answer_object;
+    outside().on_ioctl[SIOCIWFIRSTPRIV + 1] = answer_object;
     bytes = input.rest();
 
     Output<wsc_peer_info> peer;

@@ -5,6 +5,7 @@
 using namespace fuzz_target;
 
 void fuzz(Pieces& input) {
+    board::state().radios[0].client = {"upstream", "00:11:22:AA:BB:CC", {}, 0};
     outside().essid = input.text();
     outside().text = input.rest();
 

@@ -11,8 +11,7 @@ namespace {
 
 std::string_view survey;
 
-int answer_survey(unsigned long request, void* record) {
-    if (request != SIOCIWFIRSTPRIV + 13) return 0;
+int answer_survey(void* record) {
     iw_point& data = static_cast<iwreq*>(record)->u.data;
     const size_t size = std::min<size_t>(survey.size(), data.length);
     std::memcpy(data.pointer, survey.data(), size);
@@ -44,7 +43,7 @@ void read_lines(std::string_view text) {
 
 void fuzz(Pieces& input) {
     survey = input.rest();
-    outside().on_ioctl = answer_survey;
+    outside().on_ioctl[SIOCIWFIRSTPRIV + 13] = answer_survey;
     board::state().radios[0].valid_channels = {1, 2, 3, 6, 13, -1, 0x7FFFFFFF};
 
     const std::unique_ptr<ap_list> list(new ap_list());

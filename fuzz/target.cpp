@@ -15,23 +15,20 @@ std::string_view Pieces::next() {
     return piece;
 }
 
-harness::MemoryBoard& outside() {
-    static auto* const memory = new harness::MemoryBoard;
-    return *memory;
+harness::Outside& outside() {
+    static auto* const board = new harness::Outside;
+    return *board;
 }
 
 }  // namespace fuzz_target
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    harness::MemoryBoard& memory = fuzz_target::outside();
-    memory.index = fuzz_target::kIndex;
-    memory.text.clear();
-    memory.device.clear();
-    memory.essid.clear();
-    memory.commands.clear();
-    memory.profiles.clear();
+    GTEST_FLAG_SET(throw_on_failure, true);  // a failed expectation ends the run as a claim does
+    harness::Outside& outside = fuzz_target::outside();
+    outside.restart();
+    outside.index = fuzz_target::kIndex;
     fuzz_target::Pieces input({reinterpret_cast<const char*>(data), size});
     fuzz(input);
-    CLAIM(memory.open_handles() == 0);
+    outside.expect_all_given_back();
     return 0;
 }

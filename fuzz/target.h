@@ -13,7 +13,7 @@
 #include <string_view>
 
 #include "board/host/state.h"
-#include "fuzz/memory_board.h"
+#include "tests/support/outside.h"
 
 #define CLAIM(condition) ((condition) ? void() : fuzz_target::broken(#condition, __LINE__))
 
@@ -91,7 +91,7 @@ inline constexpr const char* kIndex =
     "INDEX1_main_ifname=rai0\nINDEX1_ext_ifname=rai\nINDEX1_apcli_ifname=apclii\n"
     "INDEX1_profile_path=/etc/wireless/radio1.dat\nINDEX1_EEPROM_offset=0x8000\n";
 
-harness::MemoryBoard& outside();
+harness::Outside& outside();
 
 }  // namespace fuzz_target
 

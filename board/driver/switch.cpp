@@ -8,8 +8,8 @@
 #include <cstring>
 #include <string>
 
-#include "board/live/journal.h"
-#include "board/live/switch.h"
+#include "board/model/switch.h"
+#include "board/store/journal.h"
 
 namespace board {
 namespace {

@@ -8,11 +8,11 @@
 #include <cstring>
 #include <string>
 
-#include "board/live/interfaces.h"
-#include "board/live/journal.h"
-#include "board/live/radio_driver.h"
-#include "board/live/tree.h"
-#include "board/live/wps_run.h"
+#include "board/model/interfaces.h"
+#include "board/model/radio_driver.h"
+#include "board/model/wps_run.h"
+#include "board/store/journal.h"
+#include "board/store/store.h"
 #include "src/host/host.h"
 
 namespace board {

@@ -5,8 +5,8 @@
 #include <span>
 
 #include "board/host/radio.h"
-#include "board/live/journal.h"
-#include "board/live/tree.h"
+#include "board/store/journal.h"
+#include "board/store/store.h"
 #include "src/host/host.h"
 
 using board::state;

@@ -1,8 +1,5 @@
 // Commands, the system log and named locks.
-#include <fcntl.h>
-#include <sys/file.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <cstdarg>
 #include <cstdio>
@@ -10,8 +7,8 @@
 #include <memory>
 #include <string>
 
-#include "board/live/journal.h"
-#include "board/live/tree.h"
+#include "board/store/journal.h"
+#include "board/store/store.h"
 #include "src/host/host.h"
 
 namespace {
@@ -30,9 +27,9 @@ int run(const std::string& command) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
-// A handle is the descriptor of the lock's file, so that locks also hold between processes.
+// Locks also hold between processes that share a tree.
 struct HeldLock {
-    int fd = -1;
+    int handle = -1;
     std::string name;
 };
 
@@ -71,25 +68,23 @@ void syslog_msg(int level, const char* format, ...) {
 // The board takes one lock at a time: a second one would wait for ever, so it is an error here.
 intptr_t lock_file(const char* name) {
     HeldLock& held = held_lock();
-    if (held.fd >= 0) {
+    if (held.handle >= 0) {
         board::journal({"error:", "lock", name, "while", held.name, "is", "held"});
         return -1;
     }
     board::journal({"lock", name});
-    const std::string place = board::in_tree(board::live_path("lock." + std::string(name)));
-    held = {::open(place.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644), name};
-    if (held.fd >= 0) ::flock(held.fd, LOCK_EX);
-    return held.fd;
+    held = {board::store().lock(board::live_path("lock." + std::string(name))), name};
+    return held.handle;
 }
 
 int unlock_file(intptr_t handle) {
     HeldLock& held = held_lock();
-    if (handle < 0 || handle != held.fd) {
+    if (handle < 0 || handle != held.handle) {
         board::journal({"error:", "unlock", std::to_string(handle)});
         return -1;
     }
     board::journal({"unlock", held.name});
-    ::close(held.fd);
+    board::store().unlock(held.handle);
     held = {};
     return 0;
 }

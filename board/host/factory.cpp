@@ -5,7 +5,7 @@
 #include <span>
 
 #include "board/host/state.h"
-#include "board/live/interfaces.h"
+#include "board/model/interfaces.h"
 #include "src/host/host.h"
 
 namespace board {

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "board/host/fields.h"
-#include "board/live/words.h"
+#include "board/store/words.h"
 
 namespace board {
 namespace {

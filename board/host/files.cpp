@@ -4,10 +4,10 @@
 #include <ctime>
 
 #include "board/host/state.h"
-#include "board/live/journal.h"
-#include "board/live/key_file.h"
-#include "board/live/pins.h"
-#include "board/live/tree.h"
+#include "board/model/pins.h"
+#include "board/store/journal.h"
+#include "board/store/key_file.h"
+#include "board/store/store.h"
 #include "src/host/host.h"
 
 namespace {

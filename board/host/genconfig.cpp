@@ -1,8 +1,8 @@
 // Profile-style files, edited in memory or straight on disk.
 
 #include "board/host/state.h"
-#include "board/live/journal.h"
-#include "board/live/key_file.h"
+#include "board/store/journal.h"
+#include "board/store/key_file.h"
 #include "src/host/host.h"
 
 namespace {

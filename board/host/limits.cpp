@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "board/live/switch_wiring.h"
-#include "board/live/words.h"
+#include "board/model/switch_wiring.h"
+#include "board/store/words.h"
 #include "platform/records.h"
 
 namespace board {

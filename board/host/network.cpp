@@ -2,9 +2,9 @@
 #include <algorithm>
 
 #include "board/host/radio.h"
-#include "board/live/interfaces.h"
-#include "board/live/journal.h"
-#include "board/live/radio_driver.h"
+#include "board/model/interfaces.h"
+#include "board/model/radio_driver.h"
+#include "board/store/journal.h"
 #include "src/host/host.h"
 
 using board::state;

@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "board/host/radio.h"
-#include "board/live/journal.h"
+#include "board/store/journal.h"
 #include "src/host/host.h"
 
 using board::find_radio;

@@ -1,5 +1,5 @@
 // What the host firmware knows and would answer. A test sets the fields directly; the effects of
-// the host's functions go to the journal (live/journal.h) and into the board's tree instead.
+// the host's functions go to the journal (board/store/journal.h) and into the board's tree instead.
 #pragma once
 
 #include <array>

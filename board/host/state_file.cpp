@@ -7,8 +7,9 @@
 
 #include "board/host/fields.h"
 #include "board/host/limits.h"
-#include "board/live/journal.h"
-#include "board/live/words.h"
+#include "board/store/journal.h"
+#include "board/store/store.h"
+#include "board/store/words.h"
 #include "src/host/host.h"
 
 namespace board {
@@ -182,9 +183,12 @@ void save_regulation(Writer& writer, const Regulation& row) {
 }  // namespace
 
 Complaints load_state(State& target, const std::string& path, Limits limits) {
-    if (!std::ifstream(path)) return {"cannot read " + path};
+    std::ifstream file(path);
+    if (!file) return {"cannot read " + path};
+    const std::string text(std::istreambuf_iterator<char>(file), {});
     LineReader reader(target, limits);
-    return read_configuration(path, [&reader](Words words) { return reader.take(words); });
+    const auto take = [&reader](Words words) { return reader.take(words); };
+    return read_configuration(path, split_lines(text), take, LineForm::words);
 }
 
 bool save_state(const State& source, const std::string& path) {

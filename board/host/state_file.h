@@ -15,7 +15,7 @@
 #include <string>
 
 #include "board/host/state.h"
-#include "board/live/configuration.h"
+#include "board/store/configuration.h"
 
 namespace board {
 

@@ -3,11 +3,11 @@
 #include <optional>
 
 #include "board/host/radio.h"
-#include "board/live/interfaces.h"
-#include "board/live/journal.h"
-#include "board/live/neighbours.h"
-#include "board/live/pins.h"
-#include "board/live/radio_driver.h"
+#include "board/model/interfaces.h"
+#include "board/model/neighbours.h"
+#include "board/model/pins.h"
+#include "board/model/radio_driver.h"
+#include "board/store/journal.h"
 #include "src/host/host.h"
 
 using board::find_radio;

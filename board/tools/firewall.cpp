@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "board/live/tree.h"
+#include "board/store/store.h"
 #include "board/tools/tools.h"
 
 namespace board::tools {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "board/live/journal.h"
+#include "board/store/journal.h"
 #include "board/tools/tools.h"
 
 namespace board::tools {

@@ -1,5 +1,5 @@
 // brctl and ifconfig.
-#include "board/live/interfaces.h"
+#include "board/model/interfaces.h"
 #include "board/tools/tools.h"
 
 namespace board::tools {

@@ -1,6 +1,6 @@
 // killall and the daemons that it ends: the board knows those that run, one NAME=... a line.
-#include "board/live/key_file.h"
-#include "board/live/tree.h"
+#include "board/store/key_file.h"
+#include "board/store/store.h"
 #include "board/tools/tools.h"
 
 namespace board::tools {

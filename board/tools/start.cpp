@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <string>
 
-#include "board/live/key_file.h"
-#include "board/live/modules.h"
-#include "board/live/tree.h"
+#include "board/model/modules.h"
+#include "board/store/key_file.h"
+#include "board/store/store.h"
 #include "board/tools/tools.h"
 
 namespace board::tools {

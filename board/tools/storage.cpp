@@ -1,9 +1,9 @@
 // uboot_env, mtd and restorebackup.
 #include <cstdio>
 
-#include "board/live/flash.h"
-#include "board/live/key_file.h"
-#include "board/live/tree.h"
+#include "board/model/flash.h"
+#include "board/store/key_file.h"
+#include "board/store/store.h"
 #include "board/tools/tools.h"
 
 namespace board::tools {

@@ -1,5 +1,5 @@
 // switch: registers, PHYs, VLANs, mirror and address table of the Ethernet switch.
-#include "board/live/switch.h"
+#include "board/model/switch.h"
 
 #include <array>
 #include <charconv>

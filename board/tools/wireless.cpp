@@ -4,12 +4,12 @@
 #include <optional>
 #include <string_view>
 
-#include "board/live/flash.h"
-#include "board/live/interfaces.h"
-#include "board/live/key_file.h"
-#include "board/live/radio_driver.h"
-#include "board/live/stations.h"
-#include "board/live/wps_run.h"
+#include "board/model/flash.h"
+#include "board/model/interfaces.h"
+#include "board/model/radio_driver.h"
+#include "board/model/stations.h"
+#include "board/model/wps_run.h"
+#include "board/store/key_file.h"
 #include "board/tools/tools.h"
 
 namespace board::tools {

@@ -17,8 +17,8 @@
 #include <exception>
 #include <fstream>
 
-#include "board/live/journal.h"
-#include "board/live/tree.h"
+#include "board/store/journal.h"
+#include "board/store/store.h"
 #include "board/tree/held_signals.h"
 
 namespace board {

@@ -9,10 +9,10 @@
 #include <utility>
 #include <vector>
 
-#include "board/live/flash.h"
-#include "board/live/interfaces.h"
-#include "board/live/pins.h"
-#include "board/live/tree.h"
+#include "board/model/flash.h"
+#include "board/model/interfaces.h"
+#include "board/model/pins.h"
+#include "board/store/store.h"
 
 namespace board {
 namespace {

@@ -1,8 +1,8 @@
 // Checks of the bridge, the networks' interfaces and their profiles.
-#include "board/live/interfaces.h"
-#include "board/live/key_file.h"
-#include "board/live/radio_driver.h"
-#include "board/live/tree.h"
+#include "board/model/interfaces.h"
+#include "board/store/key_file.h"
+#include "board/model/radio_driver.h"
+#include "board/store/store.h"
 #include "boardctl/checks/checks.h"
 #include "boardctl/facts/radios.h"
 

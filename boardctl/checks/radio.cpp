@@ -3,13 +3,13 @@
 #include <cstdio>
 #include <cstring>
 
-#include "board/live/interfaces.h"
-#include "board/live/journal.h"
-#include "board/live/key_file.h"
-#include "board/live/neighbours.h"
-#include "board/live/radio_driver.h"
-#include "board/live/stations.h"
-#include "board/live/wps_run.h"
+#include "board/model/interfaces.h"
+#include "board/store/journal.h"
+#include "board/store/key_file.h"
+#include "board/model/neighbours.h"
+#include "board/model/radio_driver.h"
+#include "board/model/stations.h"
+#include "board/model/wps_run.h"
 #include "boardctl/checks/checks.h"
 #include "boardctl/facts/radios.h"
 

@@ -7,15 +7,15 @@
 #include <map>
 #include <optional>
 
-#include "board/live/flash.h"
-#include "board/live/journal.h"
-#include "board/live/key_file.h"
-#include "board/live/modules.h"
-#include "board/live/pins.h"
-#include "board/live/radio_driver.h"
-#include "board/live/switch.h"
-#include "board/live/tree.h"
-#include "board/live/words.h"
+#include "board/model/flash.h"
+#include "board/store/journal.h"
+#include "board/store/key_file.h"
+#include "board/model/modules.h"
+#include "board/model/pins.h"
+#include "board/model/radio_driver.h"
+#include "board/model/switch.h"
+#include "board/store/store.h"
+#include "board/store/words.h"
 #include "boardctl/checks/checks.h"
 #include "boardctl/facts/radios.h"
 

@@ -1,11 +1,11 @@
 // Checks of the Ethernet switch and its ports.
 #include <map>
 
-#include "board/live/key_file.h"
-#include "board/live/switch.h"
-#include "board/live/switch_wiring.h"
-#include "board/live/tree.h"
-#include "board/live/words.h"
+#include "board/store/key_file.h"
+#include "board/model/switch.h"
+#include "board/model/switch_wiring.h"
+#include "board/store/store.h"
+#include "board/store/words.h"
 #include "boardctl/checks/checks.h"
 #include "boardctl/facts/ports.h"
 #include "boardctl/facts/radios.h"

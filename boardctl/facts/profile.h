@@ -1,7 +1,7 @@
 // What differs between two forms of a driver's profile.
 #pragma once
 
-#include "board/live/key_file.h"
+#include "board/store/key_file.h"
 #include "boardctl/verb.h"
 
 namespace boardctl {

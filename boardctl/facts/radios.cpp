@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "board/live/interfaces.h"
-#include "board/live/radio_driver.h"
+#include "board/model/interfaces.h"
+#include "board/model/radio_driver.h"
 #include "boardctl/nearest.h"
 
 namespace boardctl {

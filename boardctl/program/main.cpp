@@ -10,8 +10,8 @@
 #include <functional>
 #include <optional>
 
-#include "board/live/interfaces.h"
-#include "board/live/tree.h"
+#include "board/model/interfaces.h"
+#include "board/store/store.h"
 #include "board/tree/held_signals.h"
 #include "boardctl/call/call.h"
 #include "boardctl/program/command_line.h"

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "board/driver/driver.h"
-#include "board/live/journal.h"
+#include "board/store/journal.h"
 #include "src/host/host.h"
 
 namespace {

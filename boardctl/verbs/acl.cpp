@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "board/live/radio_driver.h"
+#include "board/model/radio_driver.h"
 #include "boardctl/facts/radios.h"
 
 namespace boardctl {

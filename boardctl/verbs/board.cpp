@@ -1,8 +1,8 @@
 // What only the virtual board has: its journal, its configuration, its checks.
 #include <algorithm>
 
-#include "board/live/journal.h"
-#include "board/live/tree.h"
+#include "board/store/journal.h"
+#include "board/store/store.h"
 #include "boardctl/checks/checks.h"
 #include "boardctl/nearest.h"
 #include "boardctl/verb.h"

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "board/live/flash.h"
-#include "board/live/tree.h"
+#include "board/model/flash.h"
+#include "board/store/store.h"
 #include "boardctl/call/call.h"
 #include "boardctl/facts/radios.h"
 

@@ -1,8 +1,8 @@
 // Buttons and LEDs.
-#include "board/live/key_file.h"
-#include "board/live/pins.h"
-#include "board/live/switch.h"
-#include "board/live/tree.h"
+#include "board/store/key_file.h"
+#include "board/model/pins.h"
+#include "board/model/switch.h"
+#include "board/store/store.h"
 #include "boardctl/facts/radios.h"
 
 namespace boardctl {

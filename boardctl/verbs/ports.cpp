@@ -1,6 +1,6 @@
 // The Ethernet ports: link, counters, settings, mirror.
 #include "boardctl/facts/ports.h"
-#include "board/live/switch.h"
+#include "board/model/switch.h"
 #include "boardctl/verb.h"
 
 namespace boardctl {

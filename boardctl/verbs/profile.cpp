@@ -1,6 +1,6 @@
 // The driver profiles of the radios.
 #include "boardctl/facts/profile.h"
-#include "board/live/radio_driver.h"
+#include "board/model/radio_driver.h"
 #include "boardctl/facts/radios.h"
 
 namespace boardctl {

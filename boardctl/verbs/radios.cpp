@@ -1,7 +1,7 @@
 // The running radios: state, stations, networks in reach.
 #include <span>
 
-#include "board/live/interfaces.h"
+#include "board/model/interfaces.h"
 #include "boardctl/facts/radios.h"
 
 namespace boardctl {

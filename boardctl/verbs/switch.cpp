@@ -1,5 +1,5 @@
 // The Ethernet switch as a whole: VLANs and address table.
-#include "board/live/switch.h"
+#include "board/model/switch.h"
 #include "boardctl/facts/ports.h"
 #include "boardctl/verb.h"
 

@@ -1,13 +1,15 @@
 // Calls by name: the table of signatures, every kind of parameter, what is refused.
 #include "boardctl/call/call.h"
 
+#include <unistd.h>
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "board/live/tree.h"
+#include "board/store/store.h"
 #include "boardctl/errors.h"
 #include "tests/support/driver.h"
 #include "tests/switch/switch_board.h"
@@ -88,7 +90,7 @@ TEST_F(CallByName, HandsBytesOver) {
 }
 
 TEST_F(CallByName, RecordsComeFromFieldsHexOrFilesAndGoToFiles) {
-    const std::string path = board::root() + "/records";
+    const std::string path = testing::TempDir() + "records." + std::to_string(getpid());
     const auto set =
         call(R"(set_quolex_helper_bss ssid=a\x2c\xff,wep_key[1]=k 1 records=@)" + path);
     ASSERT_EQ(2u, set["records"].size());
@@ -99,6 +101,7 @@ TEST_F(CallByName, RecordsComeFromFieldsHexOrFilesAndGoToFiles) {
     EXPECT_EQ(2 * sizeof(wireless_conf), std::filesystem::file_size(path));
     std::filesystem::resize_file(path, 4 * sizeof(wireless_conf));
     EXPECT_EQ("k", call("set_quolex_helper_bss @" + path + " 2")["records"][2]["wep_key[1]"]);
+    std::filesystem::remove(path);
 
     const auto list = call(
         "platform_wireless_api_get_ap_list ifname=ra0,channel_check=0x8000000000000000")["list"];

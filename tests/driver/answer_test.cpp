@@ -1,16 +1,13 @@
 // What stands in the place of the file that a driver command prints into.
-#include <sys/stat.h>
-
 #include <cstring>
-#include <filesystem>
 
-#include "board/live/tree.h"
+#include "board/store/store.h"
 #include "platform/wireless.h"
 #include "tests/support/board.h"
 
 namespace {
 
-namespace fs = std::filesystem;
+using board::Kind;
 
 struct Query {
     const char* name;
@@ -34,11 +31,11 @@ class DriverFile : public harness::Board, public testing::WithParamInterface<Que
 protected:
     DriverFile() {
         on_command = [this](const std::string&) {
-            was_there = fs::symlink_status(path).type();
-            if (was_there != fs::file_type::regular) remove(GetParam().path);
+            was_there = memory.kind(path);
+            if (was_there != Kind::file) remove(GetParam().path);
             if (leaves_a_link) {
                 write("/tmp/elsewhere", GetParam().text);
-                fs::create_symlink(board::in_tree("/tmp/elsewhere"), path);
+                memory.link(path, "/tmp/elsewhere");
             } else {
                 write(GetParam().path, GetParam().text);
             }
@@ -51,9 +48,9 @@ protected:
         Board::TearDown();
     }
 
-    const std::string path = board::in_tree(GetParam().path);
+    const std::string path = GetParam().path;
     bool leaves_a_link = false;
-    fs::file_type was_there = fs::file_type::none;  // none: no command ran
+    Kind was_there = Kind::none;  // none: no command ran
 };
 
 TEST_P(DriverFile, TakesThePlaceOfALinkAndOfAFifo) {
@@ -61,14 +58,10 @@ TEST_P(DriverFile, TakesThePlaceOfALinkAndOfAFifo) {
     for (const char* place : {"/etc/other", "/etc/missing", "fifo"}) {
         SCOPED_TRACE(place);
         remove(GetParam().path);
-        if (*place == '/') {
-            fs::create_symlink(board::in_tree(place), path);
-        } else {
-            ASSERT_EQ(0, mkfifo(path.c_str(), 0600));
-        }
+        ASSERT_TRUE(*place == '/' ? memory.link(path, place) : memory.make_fifo(path));
         EXPECT_TRUE(GetParam().is_answered());
-        EXPECT_NE(fs::file_type::symlink, was_there);
-        EXPECT_NE(fs::file_type::fifo, was_there);
+        EXPECT_NE(Kind::link, was_there);
+        EXPECT_NE(Kind::other, was_there);
     }
     EXPECT_EQ("other", read("/etc/other"));
     EXPECT_EQ("(none)", read("/etc/missing"));
@@ -77,14 +70,14 @@ TEST_P(DriverFile, TakesThePlaceOfALinkAndOfAFifo) {
 TEST_P(DriverFile, ThatWasThereBeforeStaysForTheCommand) {
     write(GetParam().path, "before");
     EXPECT_TRUE(GetParam().is_answered());
-    EXPECT_EQ(fs::file_type::regular, was_there);
+    EXPECT_EQ(Kind::file, was_there);
 }
 
 TEST_P(DriverFile, IsNotReadThroughADirectoryOrALink) {
-    fs::create_directory(path);
+    board::make_directories(path);
     EXPECT_FALSE(GetParam().is_answered());
-    EXPECT_TRUE(fs::is_directory(path));
-    EXPECT_EQ(fs::file_type::none, was_there);
+    EXPECT_EQ(Kind::directory, memory.kind(path));
+    EXPECT_EQ(Kind::none, was_there);
     remove(GetParam().path);
     leaves_a_link = true;
     EXPECT_FALSE(GetParam().is_answered());

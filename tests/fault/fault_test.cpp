@@ -10,7 +10,7 @@
 #include <iterator>
 
 #include "board/host/state.h"
-#include "board/live/interfaces.h"
+#include "board/model/interfaces.h"
 #include "tests/fault/calls.h"
 #include "tests/support/board.h"
 #include "tests/switch/switch_board.h"

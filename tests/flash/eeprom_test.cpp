@@ -1,8 +1,7 @@
 // Calibration data: its check, the image that is installed, the copy for the driver.
-#include <sys/stat.h>
 #include <cerrno>
 
-#include "board/live/tree.h"
+#include "board/store/store.h"
 #include "platform/flash.h"
 #include "tests/support/board.h"
 
@@ -151,7 +150,7 @@ TEST_F(Eeprom, AShorterImageNeedsAReadablePartitionAndAnyImageItsSize) {
 TEST_F(Eeprom, AFileThatCannotSuitThePartitionTakesNoMemory) {
     write("/tmp/byte", "1");
     write("/tmp/empty", "");
-    ASSERT_EQ(0, mkfifo(board::in_tree("/tmp/fifo").c_str(), 0600));
+    ASSERT_TRUE(memory.make_fifo("/tmp/fifo"));
     const auto expect_file_refused = [this](const std::string& path) {
         EXPECT_EQ(-1, install_eeprom(path.c_str()));
         EXPECT_EQ("Invalid EEPROM file size: " + path + '\n', out());

@@ -7,14 +7,17 @@
 #include <vector>
 
 #include "board/host/state.h"
-#include "fuzz/memory_board.h"
 #include "platform/platform.h"
+#include "tests/support/outside.h"
 
 namespace injection {
 
+inline constexpr const char* kFactoryMode = "/tmp/factory_default_mode";
+inline constexpr const char* kSnooping = "/sys/devices/virtual/net/br0/bridge/multicast_snooping";
+
 // The number of a round varies what is no text.
 struct Call {
-    harness::MemoryBoard& board;
+    harness::Outside& board;
     const std::vector<std::string>& texts;
     int round;
     const char* text(size_t i) const { return texts[i].c_str(); }
@@ -91,7 +94,7 @@ inline void hand_over_no_text(const Call& call) {
     call.board.index = "INDEX0_main_ifname=ra0\nINDEX1_main_ifname=rai0\n";
     board::state().radios[0].bss[0].auth_mode = WIRELESS_AUTH_WPA2;
     wireless_restart_8021xd();
-    call.board.file_is_there = false;  // no factory test mode
+    call.board.remove(kFactoryMode);
     put(board::state().hw.switch_chip, call.round % 2 ? "mt7530" : "mt7531");
     port_setting setting = {"fixed", "100", "full"};
     set_port_config(1, &setting);
@@ -104,9 +107,11 @@ inline void hand_over_no_text(const Call& call) {
     const char raw[6] = {static_cast<char>(call.round), '$', '`', '"', '\'', '\n'};
     ethswitch_del_mac(raw);
     platform_get_drv()->refresh_non_ipv4_input_rule();
-    call.board.on_command = [](const char* command) { return int{*command == 'i'}; };  // insmod
+    call.board.status_of = [](const std::string& command) {
+        return int{command[0] == 'i'};
+    };  // insmod
     init_mt7622();
-    call.board.on_command = nullptr;
+    call.board.status_of = nullptr;
 }
 
 struct Caller {

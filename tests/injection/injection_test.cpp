@@ -116,7 +116,8 @@ std::string redirected(std::string command, const std::string& twin, size_t numb
 
 // Of the library on a host that knows the interface of the first text as a radio's.
 Texts commands_of(const Caller& caller, const Texts& texts, int round) {
-    static harness::MemoryBoard memory;
+    static auto* const outside = new harness::Outside;
+    outside->restart();
     board::state() = board::factory_state();
     for (board::Radio& radio : board::state().radios) radio.chipset = "mt7615";
     board::Radio& first = board::state().radios[0];
@@ -124,11 +125,11 @@ Texts commands_of(const Caller& caller, const Texts& texts, int round) {
     first.bss_count = PLATFORM_BSS_MAX;
     for (wireless_conf& conf : first.bss) conf.enabled = 1;
     board::state().mac_filters[2] = {1, {board::filter_entry("00:11:22:33:44:55")}};
-    memory.index.clear();
-    memory.file_is_there = true;
-    memory.commands.clear();
-    caller.run({memory, texts, round});
-    return memory.commands;
+    for (const char* path : {injection::kFactoryMode, injection::kSnooping})
+        outside->write(path, "1");
+    caller.run({*outside, texts, round});
+    outside->expect_all_given_back();
+    return outside->commands;
 }
 
 struct Sample {

@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "board/host/state_file.h"
-#include "board/live/key_file.h"
+#include "board/store/key_file.h"
 #include "platform/wireless.h"
 #include "tests/support/board.h"
 

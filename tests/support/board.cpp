@@ -7,44 +7,83 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <optional>
 
-#include "board/live/interfaces.h"
-#include "board/live/journal.h"
-#include "board/live/tree.h"
+#include "board/model/interfaces.h"
+#include "board/store/journal.h"
 
 namespace harness {
 namespace {
 
+using board::Kind;
+using board::Writing;
+
 Board* current = nullptr;
 pid_t process = 0;  // that runs its test
 
-size_t open_descriptors() {
-    const std::filesystem::directory_iterator list("/proc/self/fd");
-    return static_cast<size_t>(std::distance(begin(list), end(list)));
-}
-
-void expect_close_on_exec(int fd, const char* what) {
-    EXPECT_TRUE(fcntl(fd, F_GETFD) & FD_CLOEXEC) << what << " is inherited by commands";
-}
-
-// In memory where there is a place for it: a tree for each test takes a disk longer than the test.
 std::string make_root() {
-    const bool in_memory = std::getenv("TEST_TMPDIR") == nullptr && access("/dev/shm", W_OK) == 0;
-    std::string name = (in_memory ? "/dev/shm/" : testing::TempDir()) + "boardXXXXXX";
+    std::string name = testing::TempDir() + "boardXXXXXX";
     if (mkdtemp(name.data()) == nullptr) std::abort();
     return name;
 }
 
-std::string written_to(FILE* stream) {
-    std::string text(static_cast<size_t>(std::ftell(stream)), '\0');
-    std::rewind(stream);
-    text.resize(std::fread(text.data(), 1, text.size(), stream));
-    return text;
+// A pipe, or a file of the board's memory, that is open. What is written is there at once.
+struct OpenFile {
+    std::string path = {};
+    std::string text = {};
+    std::string* written = nullptr;  // of a pipe
+    size_t at = 0;
+
+    FILE* open(const char* mode) { return fopencookie(this, mode, {read, write, seek, close}); }
+
+private:
+    static OpenFile& of(void* cookie) { return *static_cast<OpenFile*>(cookie); }
+    static ssize_t read(void* cookie, char* bytes, size_t size) {
+        OpenFile& file = of(cookie);
+        const size_t count = file.text.copy(bytes, size, std::min(file.at, file.text.size()));
+        file.at += count;
+        return static_cast<ssize_t>(count);
+    }
+    static ssize_t write(void* cookie, const char* bytes, size_t size) {
+        OpenFile& file = of(cookie);
+        if (file.written != nullptr)
+            file.written->append(bytes, size);
+        else if (!board::store().write(file.path, {bytes, size}, Writing::append))
+            return 0;
+        return static_cast<ssize_t>(size);
+    }
+    static int seek(void* cookie, off64_t* offset, int whence) {
+        OpenFile& file = of(cookie);
+        const size_t from = whence == SEEK_CUR   ? file.at
+                            : whence == SEEK_END ? file.text.size()
+                                                 : 0;
+        *offset += static_cast<off64_t>(from);
+        file.at = static_cast<size_t>(*offset);
+        return 0;
+    }
+    static int close(void* cookie) {
+        delete static_cast<OpenFile*>(cookie);
+        return 0;
+    }
+};
+
+// Opened as asked for: nothing of it gets back to the memory.
+int descriptor_of(const std::string& content, int flags) {
+    const int file = memfd_create("file", 0);
+    if (write(file, content.data(), content.size()) != std::ssize(content)) std::abort();
+    const int fd = open(("/proc/self/fd/" + std::to_string(file)).c_str(), flags);
+    close(file);
+    return fd;
+}
+
+bool is_open(int fd) {
+    return fcntl(fd, F_GETFD) != -1;
 }
 
 }  // namespace
@@ -62,6 +101,8 @@ const char* const kL1Profile =
 
 // The library's way to the system, as it finds it on the board.
 struct Hooks {
+    static bool in_memory() { return &board::store() == &current->memory; }
+
     static int system(const char* command) {
         if (current->fails("system")) return -1;
         return current->run("$", command).status;
@@ -83,34 +124,77 @@ struct Hooks {
     static FILE* popen(const char* command, const char* mode) {
         if (current->fails("popen")) return nullptr;
         const bool writes = *mode == 'w';
-        const std::string output = current->run(writes ? "$>" : "$<", command).output;
-        FILE* const pipe = fdopen(memfd_create("pipe", 0), "r+");
-        if (!writes) std::fwrite(output.data(), 1, output.size(), pipe);
-        std::rewind(pipe);
-        current->pipes_.emplace(pipe, writes);
+        auto* const end = new OpenFile{.text = current->run(writes ? "$>" : "$<", command).output};
+        FILE* const pipe = end->open(mode);
+        current->pipes_[pipe] = {writes, {}, new_descriptor()};
+        if (writes) end->written = &current->pipes_[pipe].text;
         return pipe;
+    }
+
+    // Sockets and pipes have descriptors that this process does not know.
+    static int new_descriptor() {
+        constexpr int kFirst = 1 << 20;
+        static int last = kFirst;
+        current->descriptors_[++last] = false;
+        return last;
+    }
+    static int fileno(FILE* stream) {
+        const auto pipe = current->pipes_.find(stream);
+        return pipe != current->pipes_.end() ? pipe->second.descriptor : ::fileno(stream);
+    }
+    static int fcntl(int fd, int request, int flags) {
+        const auto row = current->descriptors_.find(fd);
+        if (row == current->descriptors_.end()) return ::fcntl(fd, request, flags);
+        EXPECT_EQ(F_SETFD, request);
+        row->second = (flags & FD_CLOEXEC) != 0;
+        return 0;
+    }
+    static bool close_descriptor(int fd) {
+        const auto row = current->descriptors_.extract(fd);
+        EXPECT_TRUE(!row || row.mapped()) << "a pipe or socket is inherited by commands";
+        return bool(row);
     }
 
     static int pclose(FILE* pipe) {
         const bool failed = current->fails("pclose");
         current->broken_.erase(pipe);
+        std::fflush(pipe);
         const auto row = current->pipes_.extract(pipe);
         EXPECT_TRUE(row) << "pclose of what popen did not open";
-        expect_close_on_exec(fileno(pipe), "a pipe");
-        if (row && row.mapped()) current->inputs_.push_back(written_to(pipe));
+        if (row) close_descriptor(row.mapped().descriptor);
+        if (row && row.mapped().writes) current->inputs_.push_back(row.mapped().text);
         return std::fclose(pipe) == 0 && !failed ? 0 : -1;
+    }
+
+    // What the library reads in a file of the memory.
+    static std::optional<std::string> content_of(const char* path) {
+        auto text = board::read_text(path);
+        if (text || !current->other_file || board::path_exists(path)) return text;
+        const std::string* const other = current->other_file(path);
+        return other != nullptr ? std::optional(*other) : std::nullopt;
+    }
+
+    static FILE* open_in_memory(const char* path, const char* mode) {
+        auto text = content_of(path);
+        const bool creates = *mode == 'w' || (*mode == 'a' && !text);
+        errno = ENOENT;
+        if (creates ? !board::write_text(path, "") : !text) return nullptr;
+        return (new OpenFile{.path = path, .text = text.value_or("")})->open(mode);
     }
 
     static FILE* fopen(const char* path, const char* mode) {
         if (current->fails("fopen")) return nullptr;
-        FILE* const file = std::fopen(board::in_tree(path).c_str(), mode);
-        if (file != nullptr) expect_close_on_exec(fileno(file), path);
+        EXPECT_NE(nullptr, std::strchr(mode, 'e')) << path << " is inherited by commands";
+        FILE* const file = in_memory() ? open_in_memory(path, mode)
+                                       : std::fopen(board::in_tree(path).c_str(), mode);
+        if (file != nullptr) current->streams_.insert(file);
         return file;
     }
 
     static int fclose(FILE* file) {
         const bool failed = current->fails("fclose");
         const int error = errno;
+        EXPECT_EQ(1U, current->streams_.erase(file)) << "fclose of what fopen did not open";
         current->broken_.erase(file);
         if (std::fclose(file) == 0 && !failed) return 0;
         errno = error;
@@ -146,10 +230,24 @@ struct Hooks {
         std::clearerr(stream);
     }
 
+    // A folder, and a FIFO that somebody holds open, are opened as such.
+    static int open_in_memory(const char* path, int flags) {
+        int ends[2];
+        const Kind kind = board::store().kind(path);
+        if (kind == Kind::directory) return ::open("/", flags);
+        if (kind == Kind::other)
+            return ::pipe2(ends, O_CLOEXEC) == 0 ? ::close(ends[1]), ends[0] : -1;
+        const auto content = content_of(path);
+        errno = ENOENT;
+        return content ? descriptor_of(*content, flags) : -1;
+    }
+
     static int open(const char* path, int flags, mode_t mode) {
         if (current->fails("open")) return -1;
-        const int fd = ::open(board::in_tree(path).c_str(), flags, mode);
-        if (fd != -1) expect_close_on_exec(fd, path);
+        EXPECT_TRUE(flags & O_CLOEXEC) << path << " is inherited by commands";
+        const int fd = in_memory() ? open_in_memory(path, flags)
+                                   : ::open(board::in_tree(path).c_str(), flags, mode);
+        if (fd != -1) current->files_.insert(fd);
         return fd;
     }
 
@@ -158,27 +256,40 @@ struct Hooks {
     }
 
     static int lstat(const char* path, struct stat* entry) {
-        return ::lstat(board::in_tree(path).c_str(), entry);
+        constexpr mode_t kModes[] = {0, S_IFREG, S_IFDIR, S_IFLNK, S_IFIFO};
+        const Kind kind = board::store().kind(path);
+        *entry = {};
+        entry->st_mode = kModes[static_cast<size_t>(kind)];
+        errno = ENOENT;
+        return kind == Kind::none ? -1 : 0;
     }
 
-    static int unlink(const char* path) { return ::unlink(board::in_tree(path).c_str()); }
+    static int unlink(const char* path) {
+        errno = EISDIR;
+        if (board::store().kind(path) == Kind::directory) return -1;
+        errno = ENOENT;
+        return board::store().remove(path) ? 0 : -1;
+    }
 
     static int mkdir(const char* path, mode_t mode) {
         if (current->fails("mkdir")) return -1;
         char octal[16];
         std::snprintf(octal, sizeof octal, "%04o", mode);
         board::journal({"mkdir", path, octal});
-        return ::mkdir(board::in_tree(path).c_str(), mode);
+        errno = EEXIST;
+        if (board::path_exists(path)) return -1;
+        board::make_directories(path);
+        return 0;
     }
 
     static int socket(int, int, int) {
         if (current->fails("socket")) return -1;
         if (current->journal_sockets) board::journal({"socket"});
-        return *current->sockets_.insert(memfd_create("socket", 0)).first;
+        return new_descriptor();
     }
 
     static int ioctl(int fd, unsigned long request, void* record) {
-        EXPECT_TRUE(current->sockets_.contains(fd)) << "ioctl without a socket";
+        EXPECT_TRUE(current->descriptors_.contains(fd)) << "ioctl without a socket";
         if (current->fails("ioctl")) return -1;
         errno = ENODEV;
         if (const auto row = current->on_ioctl.find(request); row != current->on_ioctl.end())
@@ -193,16 +304,17 @@ struct Hooks {
     }
 
     static int close(int fd) {
-        if (current->sockets_.erase(fd) != 0) {
-            expect_close_on_exec(fd, "a socket");
+        if (close_descriptor(fd)) {
             if (current->journal_sockets) board::journal({"close"});
+            return 0;
         }
+        current->files_.erase(fd);
         return ::close(fd);
     }
 
     static void* malloc(size_t size) {
         if (current->fails("malloc")) return nullptr;
-        return *current->memory_.insert(std::malloc(size)).first;
+        return *current->blocks_.insert(std::malloc(size)).first;
     }
 
     static void* calloc(size_t count, size_t size) {
@@ -211,7 +323,7 @@ struct Hooks {
     }
 
     static void free(void* memory) {
-        EXPECT_TRUE(memory == nullptr || current->memory_.erase(memory) != 0)
+        EXPECT_TRUE(memory == nullptr || current->blocks_.erase(memory) != 0)
             << "free of what malloc did not give";
         std::free(memory);
     }
@@ -263,13 +375,15 @@ void refuse_exit() {
         _exit(1);
 }
 
-Board::Board() : out_(Hooks::open_stream("out ")), err_(Hooks::open_stream("err ")) {
+Board::Board(Files files) : out_(Hooks::open_stream("out ")), err_(Hooks::open_stream("err ")) {
     static const int refused = std::atexit(refuse_exit);
     EXPECT_EQ(0, refused);
     current = this;
     process = getpid();
-    descriptors_ = open_descriptors();
-    board::set_root(make_root());
+    if (files == Files::in_memory)
+        board::use_store(&memory);
+    else
+        board::set_root(make_root());
     board::state() = board::factory_state();
     for (const char* directory : {"/tmp", "/var/run"}) board::make_directories(directory);
     board::create_interfaces(board::state());
@@ -285,12 +399,11 @@ Board::Board() : out_(Hooks::open_stream("out ")), err_(Hooks::open_stream("err 
     divert("system3", Hooks::run_host<'3'>);
 #define HOOK(function) std::pair(#function, reinterpret_cast<void*>(Hooks::function))
     for (const auto& [name, replacement] :
-         {HOOK(system), HOOK(popen), HOOK(pclose), HOOK(fopen),    HOOK(fclose),
-          HOOK(fwrite), HOOK(fgets), HOOK(ferror), HOOK(clearerr), HOOK(open),
-          HOOK(lseek),  HOOK(read),  HOOK(lstat),  HOOK(unlink),   HOOK(mkdir),
-          HOOK(socket), HOOK(ioctl), HOOK(close),  HOOK(malloc),   HOOK(calloc),
-          HOOK(free),   HOOK(time),  HOOK(sleep),  HOOK(usleep),   HOOK(clock_gettime),
-          HOOK(kill)})
+         {HOOK(system), HOOK(popen),  HOOK(pclose),        HOOK(fopen),  HOOK(fclose), HOOK(fwrite),
+          HOOK(fgets),  HOOK(ferror), HOOK(clearerr),      HOOK(open),   HOOK(fileno), HOOK(fcntl),
+          HOOK(lseek),  HOOK(read),   HOOK(lstat),         HOOK(unlink), HOOK(mkdir),  HOOK(socket),
+          HOOK(ioctl),  HOOK(close),  HOOK(malloc),        HOOK(calloc), HOOK(free),   HOOK(time),
+          HOOK(sleep),  HOOK(usleep), HOOK(clock_gettime), HOOK(kill)})
         divert(name, static_cast<char*>(replacement));
 #undef HOOK
 }
@@ -299,8 +412,9 @@ Board::~Board() {
     hooks_.clear();
     std::fclose(out_);
     std::fclose(err_);
-    std::filesystem::remove_all(board::root());
+    if (!board::root().empty()) std::filesystem::remove_all(board::root());
     board::set_root({});
+    board::use_store(nullptr);
     current = nullptr;
 }
 
@@ -315,8 +429,10 @@ void Board::TearDown() {
 
 void Board::expect_all_given_back() const {
     EXPECT_TRUE(pipes_.empty()) << "a pipe was left open";
-    EXPECT_TRUE(memory_.empty()) << "memory was not freed";
-    EXPECT_EQ(descriptors_, open_descriptors()) << "a descriptor was left open";
+    EXPECT_TRUE(streams_.empty()) << "a stream was left open";
+    EXPECT_TRUE(blocks_.empty()) << "memory was not freed";
+    EXPECT_TRUE(std::ranges::none_of(files_, is_open)) << "a descriptor was left open";
+    EXPECT_TRUE(descriptors_.empty()) << "a socket was left open";
     EXPECT_EQ(0, host().open_profiles);
     EXPECT_EQ(0, host().open_mac_tables);
     EXPECT_EQ(0, host().open_lists);
@@ -340,6 +456,12 @@ void Board::clear_journal() {
     board::clear_journal();
 }
 
+void Board::forget() {
+    clear_journal();
+    noted_.clear();
+    inputs_.clear();
+}
+
 void Board::write(std::string_view path, std::string_view text) {
     board::make_directories(path.substr(0, path.rfind('/')));
     if (!board::write_text(path, text)) std::abort();
@@ -350,7 +472,7 @@ std::string Board::read(std::string_view path) const {
 }
 
 void Board::remove(std::string_view path) {
-    std::filesystem::remove_all(board::in_tree(path));
+    board::store().remove(path);
 }
 
 // A line of the journal holds no more than one line of text, so it holds the number of ours.

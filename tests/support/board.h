@@ -1,5 +1,6 @@
-// The board that a test runs the library on: a host in its factory state, a file tree in a
-// directory of its own, a shell that writes down instead of running, sleeps that take no time.
+// The board that a test runs the library on: a host in its factory state, a store in memory, a
+// shell that writes down instead of running, sleeps that take no time. Programs that call the
+// library a million times stand on it, too.
 //
 //   class BootFlags : public harness::Board {};
 //
@@ -30,6 +31,7 @@
 #include <vector>
 
 #include "board/host/state.h"
+#include "board/store/memory.h"
 #include "tests/support/case_name.h"
 #include "tests/support/library_hook.h"
 
@@ -61,7 +63,9 @@ struct Answer {
 
 class Board : public testing::Test {
 protected:
-    Board();
+    // In a tree of files: for a test that hands them to real commands.
+    enum class Files { in_memory, in_tree };
+    explicit Board(Files files = Files::in_memory);
     ~Board() override;
     void TearDown() override;
 
@@ -96,7 +100,12 @@ protected:
     int failures_left(const std::string& function) const { return failures_.at(function).left; }
     void fail_no_more() { failures_.clear(); }
 
-    // Files of the board's tree, by board path. A missing file reads as "(none)".
+    board::Memory memory;
+
+    // What the library reads in a file that is not in the memory; null: there is none.
+    std::function<const std::string*(std::string_view path)> other_file;
+
+    // Files of the board, by board path. A missing file reads as "(none)".
     void write(std::string_view path, std::string_view text);
     std::string read(std::string_view path) const;
     void remove(std::string_view path);
@@ -110,6 +119,8 @@ protected:
     Lines inputs() { return std::exchange(inputs_, {}); }
 
     void expect_all_given_back() const;
+
+    void forget();  // the journal, messages and inputs
 
     int64_t now = 1'700'000'000;  // what the library's clock shows, in seconds since the epoch
 
@@ -134,13 +145,19 @@ private:
     std::map<std::string, Failure> failures_;
     std::set<FILE*> broken_;  // the streams of which ferror() is true
     std::vector<Noted> noted_;
-    std::map<FILE*, bool> pipes_;  // whether it is written to
-    std::set<int> sockets_;
-    std::set<void*> memory_;
+    struct Pipe {
+        bool writes;
+        std::string text;
+        int descriptor;
+    };
+    std::map<FILE*, Pipe> pipes_;
+    std::map<int, bool> descriptors_;  // of sockets and pipes; whether they close on exec
+    std::set<int> files_;
+    std::set<FILE*> streams_;
+    std::set<void*> blocks_;
     Lines inputs_;
     FILE* out_;
     FILE* err_;
-    size_t descriptors_ = 0;
     std::vector<std::unique_ptr<LibraryHook>> hooks_;
 };
 

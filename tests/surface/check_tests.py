@@ -26,7 +26,7 @@ import sys
 import tempfile
 
 TESTS = pathlib.Path(__file__).resolve().parent.parent
-NOT_OF_EFFECTS = ("fault", "power_cut", "surface")
+NOT_OF_EFFECTS = ("fault", "surface")
 
 # The answer of functions that this board does not need.
 ANSWERS_ONLY = {

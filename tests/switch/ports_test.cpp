@@ -190,11 +190,13 @@ TEST_F(RegistersDeathTest, ARefusedRegisterEndsTheProcess) {
     const auto refused = [this] { fail_nth("ioctl", 1); };
     EXPECT_EXIT((refused(), reg_read(0x3100, &value)), ended, "ioctl: Input/output error");
     EXPECT_EXIT((refused(), reg_write(0x3100, 0)), ended, "ioctl: Input/output error");
-    const harness::LibraryHook closing(
-        "close", +[](int fd) { return std::fputs("closed, ", stderr), close(fd); });
-    const harness::LibraryHook ending(
-        "exit", +[](int status) { std::fputs("ended\n", stderr), exit(status); });
-    EXPECT_EXIT((refused(), reg_write(0x3100, 0)), ended, "error\nclosed, ended\n$");
+    {
+        const harness::LibraryHook closing(
+            "close", +[](int) { return std::fputs("closed, ", stderr); });
+        const harness::LibraryHook ending(
+            "exit", +[](int status) { std::fputs("ended\n", stderr), exit(status); });
+        EXPECT_EXIT((refused(), reg_write(0x3100, 0)), ended, "error\nclosed, ended\n$");
+    }
     switch_ioctl_fini();
 }
 

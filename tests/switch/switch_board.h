@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "board/live/journal.h"
+#include "board/store/journal.h"
 #include "platform/switch.h"
 #include "tests/support/board.h"
 

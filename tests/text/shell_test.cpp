@@ -6,7 +6,7 @@
 #include <random>
 #include <sstream>
 
-#include "board/live/tree.h"
+#include "board/store/store.h"
 #include "src/support/command.h"
 #include "tests/support/board.h"
 
@@ -19,6 +19,8 @@ constexpr std::string_view kPrinter = PRINT_ARGUMENTS;
 
 class RealShell : public harness::Board, public testing::WithParamInterface<const char*> {
 protected:
+    RealShell() : Board(Files::in_tree) {}
+
     // The arguments that the tool gets. The shell has nothing else in reach: an empty directory
     // and no PATH.
     static Lines run(const std::string& command) {

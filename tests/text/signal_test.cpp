@@ -7,7 +7,7 @@
 #include <chrono>
 #include <csignal>
 
-#include "board/live/tree.h"
+#include "board/store/store.h"
 #include "platform/flash.h"
 #include "platform/gpio.h"
 #include "platform/switch.h"
@@ -22,6 +22,8 @@ using harness::Lines;
 
 class Signals : public harness::Board {
 protected:
+    Signals() : Board(Files::in_tree) {}
+
     // Runs the call beside a timer of 1 ms whose handler does without SA_RESTART.
     template <class Call>
     static auto interrupted(Call call) {

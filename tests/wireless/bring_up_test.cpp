@@ -1,7 +1,7 @@
 // The start of the board and the apply of a radio, as whole journals, and their steps.
 #include <cstring>
 
-#include "board/live/interfaces.h"
+#include "board/model/interfaces.h"
 #include "platform/wlmap.h"
 #include "src/host/host.h"
 #include "tests/profile/sample_radios.h"

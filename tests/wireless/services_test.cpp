@@ -1,6 +1,6 @@
 // Radio services, as whole journals.
-#include "board/live/interfaces.h"
-#include "board/live/journal.h"
+#include "board/model/interfaces.h"
+#include "board/store/journal.h"
 #include "platform/wps.h"
 #include "tests/profile/sample_radios.h"
 #include "tests/support/driver.h"

@@ -1,7 +1,7 @@
 // How a radio runs: channel, radar detection, the repeater link.
 #include <cstring>
 
-#include "board/live/interfaces.h"
+#include "board/model/interfaces.h"
 #include "platform/wireless.h"
 #include "tests/support/driver.h"
 

@@ -1,7 +1,7 @@
 // WPS runs: what the driver is told, in order, its status in two readings, the peer of a run.
 #include <regex>
 
-#include "board/live/interfaces.h"
+#include "board/model/interfaces.h"
 #include "platform/wps.h"
 #include "src/host/host.h"
 #include "tests/profile/sample_radios.h"
