@@ -2,13 +2,13 @@
 #include "boardctl/call/call.h"
 
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "board/live/tree.h"
 #include "boardctl/errors.h"
+#include "border/row.h"
 #include "tests/support/driver.h"
 #include "tests/switch/switch_board.h"
 
@@ -39,17 +39,16 @@ std::vector<std::pair<std::string, std::string>> rows(const char* text) {
     return rows;
 }
 
-TEST(CallTable, HasEveryExportedFunctionAndNoOther) {
-    std::ifstream list(harness::test_file("surface/exports.txt"));
-    Lines exported{std::istream_iterator<std::string>(list), {}};
-    std::erase_if(exported, [](auto& n) { return n == "module_list" || n == "platform_drv"; });
-    Lines named;
+TEST(CallTable, EveryExportIsListedAndItsUsageShowsItsExample) {
+    size_t count = 0;
     for (const auto& function : boardctl::exported_functions()) {
-        named.push_back(function.name);
-        EXPECT_NE(std::string::npos, boardctl::usage(function.name).find(function.help));
+        const std::string usage = boardctl::usage(function.name);
+        EXPECT_NE(std::string::npos, usage.find(function.help));
+        EXPECT_NE(std::string::npos, usage.find("Example: call " + function.name));
         EXPECT_NE(nullptr, library().find(function.name.c_str()));
+        ++count;
     }
-    EXPECT_EQ(exported, named);
+    EXPECT_EQ(border::exports().size(), count);
 }
 
 class CallByName : public harness::Driver {};
@@ -147,19 +146,6 @@ TEST_F(SwitchCall, RegistersAreReachedThroughASocketOfTheCall) {
     registers[0x3100] = 0xfffffffe;
     EXPECT_EQ(R"({"result":0,"value":4294967294})", call("reg_read 0x3100").dump());
     EXPECT_EQ((Lines{"socket", "reg 3100", "close"}), journal());
-}
-
-// With null for every text, record and address, and 0 for every number.
-TEST_F(SwitchCall, EveryFunctionIsReachedWithNothingToWorkOn) {
-    for (const auto& function : boardctl::exported_functions()) {
-        std::string line = function.name;
-        std::istringstream help(boardctl::usage(function.name));
-        for (std::string row; std::getline(help, row);)
-            if (row.starts_with("  ")) line += row.find(": number") != row.npos ? " 0" : " -";
-        EXPECT_NO_THROW(call(line)) << line;
-    }
-    call("switch_ioctl_fini");
-    out(), err(), inputs();
 }
 
 TEST_F(SwitchCall, ListsGoBackToTheirOwner) {

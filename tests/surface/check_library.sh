@@ -1,6 +1,6 @@
 #!/bin/sh
-# Holds the surface of the built library to the lists beside this script.
-# usage: check_library.sh LIBRARY EMPTY_LIBRARY plain|shipped|instrumented
+# Holds the surface of the built library to the names of the table and to libc.txt.
+# usage: check_library.sh LIBRARY EMPTY_LIBRARY plain|shipped|instrumented NAMES
 #
 # EMPTY_LIBRARY is built with the same flags from nothing. Sanitizers and coverage bring symbols,
 # libraries and constructors of their own; "instrumented" leaves those checks out and says so.
@@ -9,8 +9,7 @@
 set -u
 export LC_ALL=C
 : "${NM:=nm}" "${READELF:=readelf}" "${STRIP:=strip}"
-library=$1 empty=$2 build=$3
-lists=$(dirname "$0")
+library=$1 empty=$2 build=$3 lists=$4
 size_limit=98304  # 96 KiB of flash
 shipped=$([ "$build" = shipped ] && echo 1 || echo 0)
 failed=0
@@ -36,7 +35,8 @@ zero_pages() {
 
 scratch=$(mktemp -d) || exit 1
 trap 'rm -rf "$scratch"' EXIT
-for list in exports host libc; do sort -u "$lists/$list.txt" >"$scratch/$list" || exit 1; done
+sort -u "$(dirname "$0")/libc.txt" >"$scratch/libc" || exit 1
+for list in exports host; do sort -u "$lists/$list.txt" >"$scratch/$list" || exit 1; done
 symbols --defined-only >"$scratch/defined"
 symbols --undefined-only >"$scratch/undefined"
 
