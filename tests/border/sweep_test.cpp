@@ -246,10 +246,11 @@ private:
         "one\ntwo\n18:0 0 0 0 0 0 0 0 0\n21:0 0 0 0 0 0 0 0 0\n22:0 0 0 0 0 0 0 0 0\n"
         "23:0 0 0 0 0 0 0 0 0\n62:0 0 0 0 0 0 0 0 0\n63:0 0 0 0 0 0 0 0 0\n";
 
-    const harness::LibraryHook file_exists_{"file_exists", +[](const char* path) {
-                                                ++asked_;
-                                                return ::file_exists(path);
-                                            }};
+    static int count_and_ask(const char* path) {
+        ++asked_;
+        return ::file_exists(path);
+    }
+    const harness::LibraryHook file_exists_{HOST_HOOK(file_exists, count_and_ask)};
 };
 
 // One whose work is missing as a whole would leave nothing behind but a result of 0 or 1.

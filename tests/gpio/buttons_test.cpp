@@ -128,7 +128,7 @@ TEST_F(PinCacheDeathTest, APinIsAskedForOnceAndAMissingOneAgain) {
         asked += '?';
         return get_si(name, block);
     };
-    const harness::LibraryHook hook("get_si", note);
+    const harness::LibraryHook hook(HOST_HOOK(get_si, note));
     set(0, 0);
     const auto steps = [] {
         for (const int pin : {-1, -1, 62, 99}) {
@@ -153,7 +153,7 @@ TEST_F(Pins, OfLedsAndTheWpsButtonBecomeGpios) {
         lines->push_back(path == std::string(kPinPath) ? text : path);
         return -1;
     };
-    const harness::LibraryHook hook("write_file", record);
+    const harness::LibraryHook hook(HOST_HOOK(write_file, record));
     EXPECT_EQ(0, init_gpio_after_insmod());
     EXPECT_EQ((Lines{"mode 18 1", "mode 63 1", "mode 21 1", "mode 22 1"}), written);
     written.clear();

@@ -40,11 +40,11 @@ int write_value(const char*, const char*, char* value) {
 }
 
 class HostBuffer : public harness::SampleRadios {
-    const LibraryHook block_{"get_si", write_block};
-    const LibraryHook address_{"get_lan_ipconfig", write_address};
-    const LibraryHook wan_type_{"get_wan_type", write_wan_type};
-    const LibraryHook status_{"istatus_get_value_direct", write_status};
-    const LibraryHook value_{"genconfig_get_value_direct", write_value};
+    const LibraryHook block_{HOST_HOOK(get_si, write_block)};
+    const LibraryHook address_{HOST_HOOK(get_lan_ipconfig, write_address)};
+    const LibraryHook wan_type_{HOST_HOOK(get_wan_type, write_wan_type)};
+    const LibraryHook status_{HOST_HOOK(istatus_get_value_direct, write_status)};
+    const LibraryHook value_{HOST_HOOK(genconfig_get_value_direct, write_value)};
 };
 
 TEST_F(HostBuffer, HasRoomForAHostThatWritesTooMuch) {

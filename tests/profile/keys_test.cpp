@@ -218,7 +218,7 @@ TEST_F(AccessKeys, WithoutMemoryStayForThatBssAlone) {
 
 TEST_F(AccessKeys, WithoutATableAreEmpty) {
     const auto no_table = +[](uint32_t, int) -> mac_filter_table* { return nullptr; };
-    const harness::LibraryHook hook("macdb_read", no_table);
+    const harness::LibraryHook hook(HOST_HOOK(macdb_read, no_table));
     radio(1).bss_count = 2;
     host().mac_filters[0x10001].policy = 1;
     apply(1);

@@ -41,6 +41,9 @@ symbols --defined-only >"$scratch/defined"
 symbols --undefined-only >"$scratch/undefined"
 
 expect "exports beyond exports.txt" "" "$(without "$scratch/exports" <"$scratch/defined")"
+expect "declared without a row, or the other way round" "" "$(
+    sed -nE 's/^PLATFORM_API [^([;]*[ *]([a-z_0-9]+)[([;].*/\1/p' "$(dirname "$0")"/../../include/platform/*.h |
+        sort | diff - "$scratch/exports")"
 expect "exports missing" "" "$(without "$scratch/defined" <"$scratch/exports")"
 expect "SONAME" libplatform.so.1 "$(tag SONAME)"
 expect "search path" "" "$(tag 'RPATH\|RUNPATH')"
