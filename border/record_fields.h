@@ -22,7 +22,7 @@ consteval Shape number_shape() {
     throw "a type without a shape";
 }
 
-consteval bool is_secret(std::string_view name) {
+constexpr bool is_secret(std::string_view name) {
     for (const std::string_view start :
          {"wep_key[", "wpa_psk", "apcli_wep_key[", "apcli_wpa_psk", "radius_key", "pin"})
         if (name.starts_with(start)) return true;

@@ -203,7 +203,7 @@ consteval Kind kind_of_type() {
 }
 
 // Whether a row may call a parameter something else than its type tells.
-consteval bool may_be(Kind by_type, Kind kind) {
+constexpr bool may_be(Kind by_type, Kind kind) {
     switch (by_type) {
         case Kind::number:
             return kind <= Kind::length;
@@ -225,7 +225,7 @@ consteval bool may_be(Kind by_type, Kind kind) {
 }
 
 template <class Type>
-consteval Parameter checked(Parameter parameter) {
+constexpr Parameter checked(Parameter parameter) {
     constexpr Kind kByType = kind_of_type<Type>();
     if (parameter.kind == Kind::by_type) parameter.kind = kByType;
     if (parameter.kind != kByType && !may_be(kByType, parameter.kind))
@@ -253,7 +253,7 @@ consteval Result result_kind() {
                                                                                   : Result::object;
 }
 
-consteval size_t words_of(std::string_view text) {
+constexpr size_t words_of(std::string_view text) {
     size_t words = 0;
     for (size_t i = 0; i < text.size(); ++i)
         words += text[i] != ' ' && (i == 0 || text[i - 1] == ' ') ? 1 : 0;
@@ -263,7 +263,7 @@ consteval size_t words_of(std::string_view text) {
 template <bool kVariadic, class Returned, class... Types>
 struct Rows {
     template <class... Parameters>
-    static consteval Function host(const char* name, Role role, const char* help, Outcome outcome,
+    static constexpr Function host(const char* name, Role role, const char* help, Outcome outcome,
                                    const Parameters&... parameters) {
         static_assert(sizeof...(Parameters) == sizeof...(Types), "parameters of another number");
         using Target = std::remove_const_t<std::remove_pointer_t<Returned>>;

@@ -294,7 +294,7 @@ TEST_F(SweepDeathTest, EveryFunctionStandsEveryFailure) {
 
     is_bare_ = true;
     remove("/proc/mtd");
-    for (const unsigned long request : {0x8BE1, 0x8BED}) on_ioctl.erase(request);
+    for (const unsigned long request : {0x8BE1UL, 0x8BEDUL}) on_ioctl.erase(request);
     for (const Function& function : border::exports()) {
         SCOPED_TRACE(function.name);
         expect_stands(function);

@@ -6,6 +6,7 @@
 
 #include "platform/flash.h"
 #include "platform/gpio.h"
+#include "src/host/host.h"
 #include "tests/support/board.h"
 
 namespace {

@@ -3,6 +3,7 @@
 
 #include "board/live/interfaces.h"
 #include "platform/wireless.h"
+#include "src/host/host.h"
 #include "tests/support/driver.h"
 
 namespace {
