@@ -19,7 +19,7 @@ install(FILES ${PROJECT_BINARY_DIR}/platform-config.cmake
 install(FILES ${PROJECT_BINARY_DIR}/platform.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 # The functions that a host must define: its build can hold itself to the list.
-install(FILES ${host_functions} DESTINATION ${share_dir} RENAME host-functions.txt)
+install(FILES ${HOST_FUNCTIONS} DESTINATION ${share_dir} RENAME host-functions.txt)
 install(FILES docs/platform.3 DESTINATION ${CMAKE_INSTALL_MANDIR}/man3)
 
 if(TARGET boardctl)

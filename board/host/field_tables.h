@@ -1,12 +1,14 @@
 // The names of the state's fields, in the order in which they are written.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <type_traits>
 #include <vector>
 
 #include "board/host/state.h"
+#include "border/record_fields.h"
 
 namespace board {
 
@@ -26,70 +28,20 @@ constexpr RecordField record_field(const char* name, size_t offset) {
     record_field<std::remove_reference_t<decltype((record::member))>>(#member, \
                                                                       offsetof(record, member))
 
-#define CONF(member) FIELD(wireless_conf, member)
-inline constexpr RecordField kConfFields[] = {
-    CONF(enabled),
-    CONF(ssid),
-    CONF(wireless_mode),
-    CONF(channel),
-    CONF(ext_channel),
-    CONF(channel_rest[0]),
-    CONF(channel_rest[1]),
-    CONF(channel_rest[2]),
-    CONF(ssid_broadcast),
-    CONF(auth_mode),
-    CONF(encryption),
-    CONF(wep_default_key),
-    CONF(wep_key_format),
-    CONF(wep_key[0]),
-    CONF(wep_key[1]),
-    CONF(wep_key[2]),
-    CONF(wep_key[3]),
-    CONF(wpa_psk),
-    CONF(tx_power),
-    CONF(bg_protection),
-    CONF(tx_preamble),
-    CONF(rts_threshold),
-    CONF(frag_threshold),
-    CONF(tx_burst),
-    CONF(tx_burst_slot_time),
-    CONF(beacon_period),
-    CONF(pkt_aggregate),
-    CONF(short_slot),
-    CONF(apcli_enable),
-    CONF(apcli_ssid),
-    CONF(apcli_bssid),
-    CONF(apcli_auth_mode),
-    CONF(apcli_encryption),
-    CONF(apcli_wep_default_key),
-    CONF(apcli_wep_key_format),
-    CONF(apcli_wep_key[0]),
-    CONF(apcli_wep_key[1]),
-    CONF(apcli_wep_key[2]),
-    CONF(apcli_wep_key[3]),
-    CONF(apcli_wpa_psk),
-    CONF(apcli_wan),
-    CONF(wwan_ifname),
-    CONF(bandwidth),
-    CONF(ht_rdg),
-    CONF(no_forwarding),
-    CONF(wmm_capable),
-    CONF(apsd_capable),
-    CONF(dtim_period),
-    CONF(country_code),
-    CONF(bss_index),
-    CONF(wps_configured),
-    CONF(wps_enable),
-    CONF(wps_configured2),
-    CONF(dfs_enable),
-    CONF(igmp_snoop),
-    CONF(radius_server),
-    CONF(radius_key),
-    CONF(radius_port),
-    CONF(beamforming),
-    CONF(stream_count),
-};
-#undef CONF
+// A record that also crosses the border; its numbers are 32 bits wide and signed.
+template <class Type, size_t kCount = border::record_of<Type>->fields.size()>
+consteval std::array<RecordField, kCount> crossing_fields() {
+    std::array<RecordField, kCount> rows = {};
+    for (size_t i = 0; i < kCount; ++i) {
+        const border::Field& field = border::record_of<Type>->fields[i];
+        const bool text = field.shape == border::Shape::text;
+        if (!text && field.shape != border::Shape::i32) throw "a field of another shape";
+        rows[i] = {field.name, field.offset, field.width, text};
+    }
+    return rows;
+}
+inline constexpr auto kConfFields = crossing_fields<wireless_conf>();
+inline constexpr auto kChannelFields = crossing_fields<channel_spec>();
 
 #define HW(member) FIELD(hw_info, member)
 inline constexpr RecordField kHardwareFields[] = {
@@ -100,13 +52,6 @@ inline constexpr RecordField kHardwareFields[] = {
     HW(usb_led_gpio[1]),  HW(lan_port_count),    HW(wan_port_count),   HW(iptv_port),
 };
 #undef HW
-
-#define CHANNEL(member) FIELD(channel_spec, member)
-inline constexpr RecordField kChannelFields[] = {
-    CHANNEL(channel),  CHANNEL(ext_channel),   CHANNEL(frequency_mhz),
-    CHANNEL(reserved), CHANNEL(bandwidth_mhz),
-};
-#undef CHANNEL
 
 inline constexpr RecordField kHelperFields[] = {
     {"present", SW_INFO_HELPER_PRESENT, sizeof(int32_t),                              false},

@@ -7,14 +7,15 @@
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 
-#include "boardctl/call/frame.h"
+#include "boardctl/call/values.h"
 #include "boardctl/errors.h"
 #include "boardctl/nearest.h"
 #include "boardctl/text.h"
+#include "border/words.h"
 
 namespace boardctl {
 
-using namespace calls;
+using namespace border;
 
 namespace {
 
@@ -24,9 +25,8 @@ using nlohmann::ordered_json;
 using AnyFunction = uintptr_t(uintptr_t, uintptr_t, uintptr_t, uintptr_t);
 
 const Function& find_function(std::string_view name) {
-    for (const auto functions : {system_functions(), network_functions()})
-        for (const Function& function : functions)
-            if (name == function.name) return function;
+    for (const Function& function : exports())
+        if (name == function.name) return function;
     std::vector<std::string> names;
     for (const ExportedFunction& function : exported_functions()) names.push_back(function.name);
     throw UsageError("no exported function is called \"" + shown(name) + '"' +
@@ -58,9 +58,10 @@ uintptr_t run(const Library& library, const Function& function, Frame& frame) {
     auto* const call = library.get<AnyFunction>(function.name);
     const Frame::Words words = frame.words();
     const Running guard(function.name);
-    if (function.needs_socket) library.get<int()>("switch_ioctl_init")();
+    const bool on_socket = function.socket == Socket::needed;
+    if (on_socket) library.get<int()>(export_that(Socket::opened).name)();
     const uintptr_t result = call(words[0], words[1], words[2], words[3]);
-    if (function.needs_socket) library.get<int()>("switch_ioctl_fini")();
+    if (on_socket) library.get<int()>(export_that(Socket::closed).name)();
     return result;
 }
 
@@ -78,7 +79,7 @@ ordered_json result_value(const Function& function, uintptr_t result) {
                 return record_values(*function.record,
                                      reinterpret_cast<const unsigned char*>(result));
             break;
-        case Result::nothing:
+        default:
             break;
     }
     return nullptr;
@@ -92,7 +93,7 @@ void free_lists(const Library& library, const Function& function, const Frame::W
                                                                  nullptr);
 }
 
-std::string how_written(const Parameter& parameter) {
+std::string kind_written(const Parameter& parameter) {
     switch (parameter.kind) {
         case Kind::number:
         case Kind::size:
@@ -114,12 +115,32 @@ std::string how_written(const Parameter& parameter) {
     }
 }
 
+std::string how_written(const Parameter& parameter) {
+    return kind_written(parameter) + (*parameter.unit != '\0' ? "; " : "") + parameter.unit +
+           (parameter.secret ? "; may hold a secret" : "");
+}
+
+std::string failure(const Outcome& outcome) {
+    if (outcome.meaning != Outcome::fails && outcome.meaning != Outcome::untouched) return {};
+    const bool untouched = outcome.meaning == Outcome::untouched;
+    return "It fails with " + std::to_string(outcome.result) +
+           (untouched ? " and fills nothing then.\n" : ".\n");
+}
+
+// A frame of the arguments; what is wrong with them is shown as all text of others is.
+Frame frame_of(const Function& function, const std::vector<std::string>& arguments,
+               const Frame::ReadFile& read_file) try {
+    return {function, arguments, read_file};
+} catch (const BadArgument& error) {
+    const std::string word = error.word ? '"' + shown(*error.word) + '"' : "";
+    throw UsageError(error.before + word + error.after);
+}
+
 }  // namespace
 
 std::vector<ExportedFunction> exported_functions() {
     std::vector<ExportedFunction> all;
-    for (const auto functions : {system_functions(), network_functions()})
-        for (const Function& function : functions) all.push_back({function.name, function.help});
+    for (const Function& function : exports()) all.push_back({function.name, function.help});
     std::sort(all.begin(), all.end(),
               [](const auto& left, const auto& right) { return left.name < right.name; });
     return all;
@@ -141,21 +162,28 @@ std::string usage(const std::string& name) {
     if (!filled.empty())
         rows +=
             "It fills " + filled + "; NAME=@FILE writes that to a file, NAME=- gives no room.\n";
-    if (function.needs_socket) rows += "The switch control socket is opened for the call.\n";
-    return first + "\n\n" + function.help + '\n' + rows;
+    rows += failure(function.outcome);
+    if (function.socket == Socket::needed)
+        rows += "The switch control socket is opened for the call.\n";
+    return first + "\n\n" + function.help + '\n' + rows + "Example: call " + name +
+           (*function.example != '\0' ? " " : "") + function.example + '\n';
 }
 
 ordered_json call_function(const Library& library, const std::string& name,
                            const std::vector<std::string>& arguments, const Folders& folders) {
     const Function& function = find_function(name);
-    Frame frame(function, arguments, folders);
+    const Frame::ReadFile read_file = [&](const std::string& path) { return folders.read(path); };
+    Frame frame = frame_of(function, arguments, read_file);
     const uintptr_t result = run(library, function, frame);
-    frame.check_guards();
+    if (const char* const place = frame.overrun())
+        throw Failed(name + " wrote past its buffer " + place);
 
     ordered_json answer = ordered_json::object();
     if (function.result != Result::nothing) answer["result"] = result_value(function, result);
-    answer.update(frame.values(result));
-    frame.write_files(result);
+    answer.update(frame_values(function, frame, result));
+    for (size_t i = 0; i < function.count; ++i)
+        if (const std::string& path = frame.file(i); !path.empty())
+            folders.write(path, std::string(frame.used(i, result)));
     free_lists(library, function, frame.words());
     return answer;
 }

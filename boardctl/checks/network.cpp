@@ -1,7 +1,7 @@
 // Checks of the bridge, the networks' interfaces and their profiles.
 #include "board/model/interfaces.h"
-#include "board/store/key_file.h"
 #include "board/model/radio_driver.h"
+#include "board/store/key_file.h"
 #include "board/store/store.h"
 #include "boardctl/checks/checks.h"
 #include "boardctl/facts/radios.h"

@@ -4,12 +4,12 @@
 #include <cstring>
 
 #include "board/model/interfaces.h"
-#include "board/store/journal.h"
-#include "board/store/key_file.h"
 #include "board/model/neighbours.h"
 #include "board/model/radio_driver.h"
 #include "board/model/stations.h"
 #include "board/model/wps_run.h"
+#include "board/store/journal.h"
+#include "board/store/key_file.h"
 #include "boardctl/checks/checks.h"
 #include "boardctl/facts/radios.h"
 

@@ -8,12 +8,12 @@
 #include <optional>
 
 #include "board/model/flash.h"
-#include "board/store/journal.h"
-#include "board/store/key_file.h"
 #include "board/model/modules.h"
 #include "board/model/pins.h"
 #include "board/model/radio_driver.h"
 #include "board/model/switch.h"
+#include "board/store/journal.h"
+#include "board/store/key_file.h"
 #include "board/store/store.h"
 #include "board/store/words.h"
 #include "boardctl/checks/checks.h"

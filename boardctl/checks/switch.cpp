@@ -1,9 +1,9 @@
 // Checks of the Ethernet switch and its ports.
 #include <map>
 
-#include "board/store/key_file.h"
 #include "board/model/switch.h"
 #include "board/model/switch_wiring.h"
+#include "board/store/key_file.h"
 #include "board/store/store.h"
 #include "board/store/words.h"
 #include "boardctl/checks/checks.h"

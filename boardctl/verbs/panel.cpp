@@ -1,7 +1,7 @@
 // Buttons and LEDs.
-#include "board/store/key_file.h"
 #include "board/model/pins.h"
 #include "board/model/switch.h"
+#include "board/store/key_file.h"
 #include "board/store/store.h"
 #include "boardctl/facts/radios.h"
 

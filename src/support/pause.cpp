@@ -36,7 +36,8 @@ void pause_us(int64_t length, bool whole_seconds) {
 
 void pause_ms(int milliseconds) {
     constexpr int kLongest = 1000000;  // in microseconds still a usleep() argument
-    for (; milliseconds > kLongest; milliseconds -= kLongest) pause_us(int64_t{kLongest} * 1000, false);
+    for (; milliseconds > kLongest; milliseconds -= kLongest)
+        pause_us(int64_t{kLongest} * 1000, false);
     pause_us(int64_t{milliseconds} * 1000, false);
 }
 

@@ -4,13 +4,13 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "board/store/store.h"
 #include "boardctl/errors.h"
+#include "border/row.h"
 #include "tests/support/driver.h"
 #include "tests/switch/switch_board.h"
 
@@ -32,26 +32,16 @@ nlohmann::ordered_json call(const std::string& line) {
                                    {arguments.begin() + 1, arguments.end()});
 }
 
-// "call -> text; ..."
-std::vector<std::pair<std::string, std::string>> rows(const char* text) {
-    std::vector<std::pair<std::string, std::string>> rows;
-    std::istringstream in(text);
-    for (std::string row; std::getline(in >> std::ws, row, ';');)
-        rows.emplace_back(row.substr(0, row.find(" -> ")), row.substr(row.find(" -> ") + 4));
-    return rows;
-}
-
-TEST(CallTable, HasEveryExportedFunctionAndNoOther) {
-    std::ifstream list(harness::test_file("surface/exports.txt"));
-    Lines exported{std::istream_iterator<std::string>(list), {}};
-    std::erase_if(exported, [](auto& n) { return n == "module_list" || n == "platform_drv"; });
-    Lines named;
+TEST(CallTable, EveryExportIsListedAndItsUsageShowsItsExample) {
+    size_t count = 0;
     for (const auto& function : boardctl::exported_functions()) {
-        named.push_back(function.name);
-        EXPECT_NE(std::string::npos, boardctl::usage(function.name).find(function.help));
+        const std::string usage = boardctl::usage(function.name);
+        EXPECT_NE(std::string::npos, usage.find(function.help));
+        EXPECT_NE(std::string::npos, usage.find("Example: call " + function.name));
         EXPECT_NE(nullptr, library().find(function.name.c_str()));
+        ++count;
     }
-    EXPECT_EQ(exported, named);
+    EXPECT_EQ(border::exports().size(), count);
 }
 
 class CallByName : public harness::Driver {};
@@ -60,21 +50,27 @@ TEST_F(CallByName, HandsTextsAndNumbersOverAndShowsWhatComesBack) {
     answer("/sbin/uboot_env -g ethaddr", "00:9F:33:01:02:03\n");
     objects["ra0 0974"] = std::string("\x5a\x00\x1b", 3);
     survey = "Ch\tSSID\n";
-    const char* const kRows = R"(
-gpio_set_led -> {}; platform_preinit -0x80000000 -> {"result":-2147483648};
-mt_rssi_to_pwr -60 -> {"result":75}; get_wl_ifname 0x10002 -> {"result":"rai2"};
-wireless_api_get_ifname 1 -> {"result":1,"ifname":"ra1"}; get_wl_idx_by_ifname - -> {"result":-1};
-wireless_api_get_ifname 1 ifname=- -> {"result":0,"ifname":null};
-get_one_line a\\\x1b\x0ab 9 -> {"result":"b","line":"a\\\\\\x1b\\x0a"};
-get_one_line - -1 -> {"result":null,"line":""};
-get_hwaddr_flash_raw eth1 -> {"result":1,"mac":"00:9f:33:01:02:04"};
-wireless_api_check_station_exist ra0 0a-b -> {"result":0,"mac":"0A-B"};
-wsc_get_oid ra0 0x974 -> {"result":0,"answer":"5a001b","length":3};
-wsc_get_oid ra0 1 -> {"result":-1,"answer":"","length":0};
-wireless_get_scan_buf ra0 4 -> {"result":4,"buffer":"Ch\\x09S"};)";
-    for (const auto& [line, result] : rows(kRows)) EXPECT_EQ(result, call(line).dump()) << line;
+    const struct {
+        const char* line;
+        const char* answer;
+    } rows[] = {
+        {"platform_power_led_control 1",              "{}"                                          },
+        {"platform_preinit -0x80000000",              R"({"result":-2147483648})"                   },
+        {"get_wl_ifname 0x10002",                     R"({"result":"rai2"})"                        },
+        {"wireless_api_get_ifname 1",                 R"({"result":1,"ifname":"ra1"})"              },
+        {"wireless_api_get_ifname 1 ifname=-",        R"({"result":0,"ifname":null})"               },
+        {R"(get_one_line a\\\x1b\x0ab 9)",            R"({"result":"b","line":"a\\\\\\x1b\\x0a"})"  },
+        {"get_one_line - -1",                         R"({"result":null,"line":""})"                },
+        {"get_hwaddr_flash_raw eth1",                 R"({"result":1,"mac":"00:9f:33:01:02:04"})"   },
+        {"wireless_api_check_station_exist ra0 0a-b", R"({"result":0,"mac":"0A-B"})"                },
+        {"wsc_get_oid ra0 0x974",                     R"({"result":0,"answer":"5a001b","length":3})"},
+        {"wsc_get_oid ra0 1",                         R"({"result":-1,"answer":"","length":0})"     },
+        {"wireless_get_scan_buf ra0 4",               R"({"result":4,"buffer":"Ch\\x09S"})"         },
+        {"trans_uuid_str_to_hex 0-0-0-0-0",
+         R"({"result":0,"uuid":"00000000000000000000000000000000"})"                                },
+    };
+    for (const auto& row : rows) EXPECT_EQ(row.answer, call(row.line).dump()) << row.line;
     EXPECT_EQ(true, call("platform_get_drv")["result"]["refresh_non_ipv4_input_rule"]);
-    EXPECT_EQ("000000", std::string(call("trans_uuid_str_to_hex 0-0-0-0-0")["uuid"]).substr(26));
 }
 
 TEST_F(CallByName, HandsBytesOver) {
@@ -111,23 +107,33 @@ TEST_F(CallByName, RecordsComeFromFieldsHexOrFilesAndGoToFiles) {
 }
 
 TEST_F(CallByName, RefusesWhatDoesNotFitAndCallsNothing) {
-    const char* const kRows = R"(
-reboot -> no exported function is called "reboot"; turn_led 1 -> turn_led takes 2 arguments, not 1;
-turn_led 1 on -> on: "on" is not a number; turn_led 1 0x -> is not a number;
-turn_led 1 2147483648 -> from -2147483648 to 2147483647; reg_write -1 0 -> from 0 to 4294967295;
-wsc_set_oid ra0 65536 00 1 -> from 0 to 65535; set_hwaddr_flash \ -> a backslash reads;
-set_hwaddr_flash \x00 -> text holds a zero byte;
-set_hwaddr_flash_raw 00:11:22:33:44 -> is not a MAC address;
-set_hwaddr_flash_raw 00:11:22:33:44:gg -> hexadecimal digits;
-write_config 001 1 -> hexadecimal digits; write_config 0011 3 -> the bytes end at 2;
-mtd_writebuf 0011 1 2 Config -> the bytes end at 2; read_config 0 2147483647 -> larger than 64 MiB;
-set_port_config 1 00 -> setting is 30 bytes long, not 1;
-set_port_config 1 mode=on,speed -> "speed" is not FIELD=VALUE;
-set_port_config 1 mode=elevenbytes -> mode holds 10 bytes;
-set_port_config 1 made=on -> port_setting has no field "made";
-set_quolex_helper_bss wep_key[4]=k 1 -> has no field;
-platform_wireless_api_get_ap_list entries=1 -> has no field;)";
-    for (const auto& [line, message] : rows(kRows)) {
+    const struct {
+        const char* line;
+        const char* message;
+    } rows[] = {
+        {"reboot",                                      "no exported function is called \"reboot\""},
+        {"reg_write 1",                                 "reg_write takes 2 arguments, not 1"       },
+        {"reg_write on 1",                              "offset: \"on\" is not a number"           },
+        {"reg_write 0x 1",                              "is not a number"                          },
+        {"reg_write -1 0",                              "from 0 to 4294967295"                     },
+        {"set_sniff_port 2147483648",                   "from -2147483648 to 2147483647"           },
+        {"wsc_set_oid ra0 65536 00 1",                  "from 0 to 65535"                          },
+        {"wsc_set_oid ra0 1 001 1",                     "hexadecimal digits"                       },
+        {"wsc_set_oid ra0 1 0011 3",                    "the bytes end at 2"                       },
+        {"mtd_writebuf 0011 1 2 Config",                "the bytes end at 2"                       },
+        {R"(set_run_led_op \)",                         "a backslash reads \\\\ or begins"         },
+        {R"(set_run_led_op \x00)",                      "operation holds a zero byte"              },
+        {"mt762x_set_eeprom_mac ra0 00:11:22:33:44",    "is not a MAC address"                     },
+        {"mt762x_set_eeprom_mac ra0 00:11:22:33:44:gg", "hexadecimal digits"                       },
+        {"read_config 0 2147483647",                    "larger than 64 MiB"                       },
+        {"set_port_config 1 00",                        "setting is 30 bytes long, not 1"          },
+        {"set_port_config 1 mode=on,speed",             "\"speed\" is not FIELD=VALUE"             },
+        {"set_port_config 1 mode=elevenbytes",          "mode holds 10 bytes"                      },
+        {"set_port_config 1 made=on",                   "port_setting has no field \"made\""       },
+        {"set_quolex_helper_bss wep_key[4]=k 1",        "has no field"                             },
+        {"platform_wireless_api_get_ap_list entries=1", "has no field"                             },
+    };
+    for (const auto& [line, message] : rows) {
         try {
             ADD_FAILURE() << line << " gave " << call(line);
         } catch (const UsageError& error) {
@@ -150,19 +156,6 @@ TEST_F(SwitchCall, RegistersAreReachedThroughASocketOfTheCall) {
     registers[0x3100] = 0xfffffffe;
     EXPECT_EQ(R"({"result":0,"value":4294967294})", call("reg_read 0x3100").dump());
     EXPECT_EQ((Lines{"socket", "reg 3100", "close"}), journal());
-}
-
-// With null for every text, record and address, and 0 for every number.
-TEST_F(SwitchCall, EveryFunctionIsReachedWithNothingToWorkOn) {
-    for (const auto& function : boardctl::exported_functions()) {
-        std::string line = function.name;
-        std::istringstream help(boardctl::usage(function.name));
-        for (std::string row; std::getline(help, row);)
-            if (row.starts_with("  ")) line += row.find(": number") != row.npos ? " 0" : " -";
-        EXPECT_NO_THROW(call(line)) << line;
-    }
-    call("switch_ioctl_fini");
-    out(), err(), inputs();
 }
 
 TEST_F(SwitchCall, ListsGoBackToTheirOwner) {

@@ -132,7 +132,7 @@ TEST_F(PinCacheDeathTest, APinIsAskedForOnceAndAMissingOneAgain) {
         asked += '?';
         return get_si(name, block);
     };
-    const harness::LibraryHook hook("get_si", note);
+    const harness::LibraryHook hook(HOST_HOOK(get_si, note));
     list("0:1 0 0 0 0 0 0 0 0\n63:1 0 0 0 0 0 0 0 0\n");
     const auto steps = [] {
         for (const int pin : {-1, -2, 0, 99}) {
@@ -155,7 +155,7 @@ TEST_F(Pins, OfLedsAndTheWpsButtonBecomeGpios) {
         written.push_back(path == std::string(kPinPath) ? text : path);
         return -1;
     };
-    const harness::LibraryHook hook("write_file", record);
+    const harness::LibraryHook hook(HOST_HOOK(write_file, record));
     const struct {
         int run, wps;
         hw_wl_led first, second;

@@ -66,6 +66,7 @@ host_by_pkg_config "$stage"
 step the installed library
 library=$(pkg-config --variable=libdir platform)/libplatform.so
 sh "$here/../surface/check_library.sh" "$library" "$build/tests/libempty_library.so" shipped \
+    "$build/border" \
     >"$scratch/surface" || { cat "$scratch/surface"; exit 1; }
 
 step what is installed is optimised

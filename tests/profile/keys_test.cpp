@@ -276,7 +276,7 @@ TEST_F(AccessKeys, WithoutATableAreEmpty) {
     static mac_filter_table negative = {-1, 0};
     const auto no_table =
         +[](uint32_t wl_index, int) { return wl_index == 0x10000 ? nullptr : &negative; };
-    const harness::LibraryHook hook("macdb_read", no_table);
+    const harness::LibraryHook hook(HOST_HOOK(macdb_read, no_table));
     const harness::LibraryHook free_hook(
         "macdb_free", +[](mac_filter_table*) {});
     radio(1).bss_count = 2;

@@ -3,6 +3,7 @@
 // tests or the C library keep their way. A name that the library does not import is no error.
 //
 //   const harness::LibraryHook hook("socket", &no_socket);  // int no_socket(int, int, int)
+//   const harness::LibraryHook host(HOST_HOOK(get_igmp_proxy, +[] { return 1; }));
 #pragma once
 
 #include <string_view>
@@ -10,6 +11,9 @@
 #include <vector>
 
 namespace harness {
+
+// A function of the host and a replacement of the same type; another does not compile.
+#define HOST_HOOK(name, replacement) #name, static_cast < decltype(&::name)>(replacement)
 
 class LibraryHook {
 public:

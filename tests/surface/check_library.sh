@@ -1,6 +1,6 @@
 #!/bin/sh
-# Holds the surface of the built library to the lists beside this script.
-# usage: check_library.sh LIBRARY EMPTY_LIBRARY plain|shipped|instrumented
+# Holds the surface of the built library to the names of the table and to libc.txt.
+# usage: check_library.sh LIBRARY EMPTY_LIBRARY plain|shipped|instrumented NAMES
 #
 # EMPTY_LIBRARY is built with the same flags from nothing. Sanitizers and coverage bring symbols,
 # libraries and constructors of their own; "instrumented" leaves those checks out and says so.
@@ -9,8 +9,7 @@
 set -u
 export LC_ALL=C
 : "${NM:=nm}" "${READELF:=readelf}"
-library=$1 empty=$2 build=$3
-lists=$(dirname "$0")
+library=$1 empty=$2 build=$3 lists=$4
 size_limit=94208  # 92 KiB in all sections: the file's own size moves in pages
 shipped=$([ "$build" = shipped ] && echo 1 || echo 0)
 failed=0
@@ -46,11 +45,15 @@ section_sizes() {
 
 scratch=$(mktemp -d) || exit 1
 trap 'rm -rf "$scratch"' EXIT
-for list in exports host libc; do sort -u "$lists/$list.txt" >"$scratch/$list" || exit 1; done
+sort -u "$(dirname "$0")/libc.txt" >"$scratch/libc" || exit 1
+for list in exports host; do sort -u "$lists/$list.txt" >"$scratch/$list" || exit 1; done
 symbols --defined-only >"$scratch/defined"
 symbols --undefined-only >"$scratch/undefined"
 
 expect "exports beyond exports.txt" "" "$(without "$scratch/exports" <"$scratch/defined")"
+expect "declared without a row, or the other way round" "" "$(
+    sed -nE 's/^PLATFORM_API [^([;]*[ *]([a-z_0-9]+)[([;].*/\1/p' "$(dirname "$0")"/../../include/platform/*.h |
+        sort | diff - "$scratch/exports")"
 expect "exports missing" "" "$(without "$scratch/defined" <"$scratch/exports")"
 expect "SONAME" libplatform.so.1 "$(tag SONAME)"
 expect "search path" "" "$(tag 'RPATH\|RUNPATH')"

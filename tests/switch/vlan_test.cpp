@@ -87,7 +87,7 @@ TEST_F(Vlans, OtherLanPortsAreMirroredToTheMonitor) {
 TEST_F(Vlans, PortLedsAreRegistersOfTheChip) {
     for (const char* chip : {"mt7530", "mt7532"}) {
         std::strcpy(host().hw.switch_chip, chip);
-        EXPECT_EQ(0, set_port_led_all(1) + set_port_led_all(0) + mtk_optimize_set());
+        EXPECT_EQ(0, set_port_led_all(1) + set_port_led_all(0));
     }
     EXPECT_EQ((Lines{"$2 switch reg w 7d00 77777", "$2 switch reg w 7d00 66666"}), journal());
 }

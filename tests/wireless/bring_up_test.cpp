@@ -86,7 +86,7 @@ TEST_F(Apply, OfTheStoredRecords) {
 TEST_F(Apply, WorksOnFourBssAtMost) {
     static int said;
     const auto count = +[](const char*, wireless_conf*, int max) { return max == 4 ? said : 1; };
-    const harness::LibraryHook hook("read_all_mbss_conf", count);
+    const harness::LibraryHook hook(HOST_HOOK(read_all_mbss_conf, count));
     for (const auto& [number, bss, flags] : harness::rows<int, size_t, std::string>(
              "0 0 =  1 1 =1  4 4 =1;1;1;1;  5 4 =1;1;1;1;  2147483647 4 =1;1;1;1;  -1 0 =")) {
         said = number;

@@ -113,15 +113,6 @@ TEST_F(Services, HaveTheHostStoreWhatItHolds) {
     EXPECT_EQ(0, memcmp(&before, &host().radios[1].bss[0], sizeof before));
 }
 
-TEST_F(Services, ThatThisBoardLacksDoNothing) {
-    for (const int result :
-         {wireless_macauth_kickall(), wireless_macauth_kickmac(), wireless_update_wps(),
-          wireless_set_wps_led("ra0", 1), rt61_get_hostinfo_from_wireless(),
-          platform_wireless_api_stop_ap_scan(), wireless_api_get_keyinfo_status() - 1})
-        EXPECT_EQ(0, result);
-    EXPECT_EQ("", taken());
-}
-
 // MAC access control at run time: into the driver and into the profile.
 class AccessControl : public harness::SampleRadios {
 protected:

@@ -3,6 +3,7 @@
 
 #include "board/model/interfaces.h"
 #include "platform/wireless.h"
+#include "src/host/host.h"
 #include "tests/support/driver.h"
 
 namespace {
@@ -164,13 +165,13 @@ TEST_F(RepeaterLink, IsAskedForItsSsidThenItsChannelThenItsAccessPoint) {
     static std::string asked;
     asked.clear();
     const harness::LibraryHook essid(
-        "iwconfig_client_get_essid",
-        +[](const char*, char* text) { return *text = 'x', asked += "essid ", 0; });
+        HOST_HOOK(iwconfig_client_get_essid,
+                  (+[](const char*, char* text) { return *text = 'x', asked += "essid ", 0; })));
     const harness::LibraryHook channel(
-        "iwconfig_client_get_channel",
-        +[](const char*, channel_spec*) { return asked += "channel ", 0; });
-    const harness::LibraryHook ap(
-        "iwconfig_client_get_ap_mac", +[](const char*, char*) { return asked += "ap", 0; });
+        HOST_HOOK(iwconfig_client_get_channel,
+                  (+[](const char*, channel_spec*) { return asked += "channel ", 0; })));
+    const harness::LibraryHook ap(HOST_HOOK(
+        iwconfig_client_get_ap_mac, (+[](const char*, char*) { return asked += "ap", 0; })));
     EXPECT_EQ(0, wireless_api_get_mbridge_status("apclii0", &entry));
     EXPECT_EQ("essid channel ap", asked);
 }

@@ -1,14 +1,13 @@
 // The fields of each record by their names: record_of<TYPE>.
 #pragma once
 
-#include <array>
+#include <string_view>
 #include <type_traits>
 
-#include "board/host/field_tables.h"
-#include "boardctl/call/record.h"
+#include "border/record.h"
 #include "platform/platform.h"
 
-namespace boardctl::calls {
+namespace border {
 
 template <class Type>
 inline constexpr const Record* record_of = nullptr;
@@ -23,38 +22,30 @@ consteval Shape number_shape() {
     throw "a type without a shape";
 }
 
+constexpr bool is_secret(std::string_view name) {
+    for (const std::string_view start :
+         {"wep_key[", "wpa_psk", "apcli_wep_key[", "apcli_wpa_psk", "radius_key", "pin"})
+        if (name.starts_with(start)) return true;
+    return false;
+}
+
 template <class Type>
 consteval Field make_field(const char* name, size_t offset) {
     using Element = std::remove_extent_t<Type>;
     constexpr size_t kCount = std::extent_v<Type>;
+    const bool secret = is_secret(name);
     if constexpr (record_of<Element> != nullptr)
         return {name, offset, Shape::record, sizeof(Element), kCount, record_of<Element>};
     else if constexpr (kCount != 0 && std::is_same_v<Element, char>)
-        return {name, offset, Shape::text, kCount};
+        return {name, offset, Shape::text, kCount, 0, nullptr, secret};
     else if constexpr (kCount != 0 && std::is_same_v<Element, uint8_t>)
         return {name, offset, std::string_view(name) == "mac" ? Shape::mac : Shape::bytes, kCount};
     else
-        return {name, offset, number_shape<Element>(), sizeof(Element), kCount};
+        return {name, offset, number_shape<Element>(), sizeof(Element), kCount, nullptr, secret};
 }
 
-// The virtual host's tables; their numbers are 32 bits wide and signed.
-template <size_t kCount>
-consteval std::array<Field, kCount> host_fields(const board::RecordField (&rows)[kCount]) {
-    std::array<Field, kCount> fields = {};
-    for (size_t i = 0; i < kCount; ++i) {
-        if (!rows[i].text && rows[i].width != sizeof(int32_t)) throw "a number of another width";
-        const Shape shape = rows[i].text ? Shape::text : Shape::i32;
-        fields[i] = {rows[i].name, rows[i].offset, shape, rows[i].width};
-    }
-    return fields;
-}
-
-#define NAME_RECORD(type)                                                               \
-    inline constexpr Record k_##type = {#type, sizeof(struct type), k_##type##_fields}; \
-    template <>                                                                         \
-    inline constexpr const Record* record_of<struct type> = &k_##type
-
-#define FIELD(type, member) make_field<decltype(type::member)>(#member, offsetof(type, member))
+#define FIELD(type, member) \
+    make_field<std::remove_reference_t<decltype(type::member)>>(#member, offsetof(type, member))
 
 // FIELD() of each member in turn; the preprocessor has no other way to repeat.
 #define EACH(type, member, ...) \
@@ -63,17 +54,27 @@ consteval std::array<Field, kCount> host_fields(const board::RecordField (&rows)
 #define PARENS ()
 #define EXPAND(...) EXPAND1(EXPAND1(EXPAND1(EXPAND1(__VA_ARGS__))))
 #define EXPAND1(...) EXPAND2(EXPAND2(EXPAND2(EXPAND2(__VA_ARGS__))))
-#define EXPAND2(...) __VA_ARGS__
+#define EXPAND2(...) EXPAND3(EXPAND3(EXPAND3(EXPAND3(__VA_ARGS__))))
+#define EXPAND3(...) __VA_ARGS__
 
-#define RECORD(type, ...)                                                           \
-    inline constexpr Field k_##type##_fields[] = {EXPAND(EACH(type, __VA_ARGS__))}; \
-    NAME_RECORD(type)
+#define RECORD(type, ...)                                                               \
+    inline constexpr Field k_##type##_fields[] = {EXPAND(EACH(type, __VA_ARGS__))};     \
+    inline constexpr Record k_##type = {#type, sizeof(struct type), k_##type##_fields}; \
+    template <>                                                                         \
+    inline constexpr const Record* record_of<struct type> = &k_##type
 
-inline constexpr auto k_wireless_conf_fields = host_fields(board::kConfFields);
-NAME_RECORD(wireless_conf);
+RECORD(wireless_conf, enabled, ssid, wireless_mode, channel, ext_channel, channel_rest[0],
+       channel_rest[1], channel_rest[2], ssid_broadcast, auth_mode, encryption, wep_default_key,
+       wep_key_format, wep_key[0], wep_key[1], wep_key[2], wep_key[3], wpa_psk, tx_power,
+       bg_protection, tx_preamble, rts_threshold, frag_threshold, tx_burst, tx_burst_slot_time,
+       beacon_period, pkt_aggregate, short_slot, apcli_enable, apcli_ssid, apcli_bssid,
+       apcli_auth_mode, apcli_encryption, apcli_wep_default_key, apcli_wep_key_format,
+       apcli_wep_key[0], apcli_wep_key[1], apcli_wep_key[2], apcli_wep_key[3], apcli_wpa_psk,
+       apcli_wan, wwan_ifname, bandwidth, ht_rdg, no_forwarding, wmm_capable, apsd_capable,
+       dtim_period, country_code, bss_index, wps_configured, wps_enable, wps_configured2,
+       dfs_enable, igmp_snoop, radius_server, radius_key, radius_port, beamforming, stream_count);
 
-inline constexpr auto k_channel_spec_fields = host_fields(board::kChannelFields);
-NAME_RECORD(channel_spec);
+RECORD(channel_spec, channel, ext_channel, frequency_mhz, reserved, bandwidth_mhz);
 
 RECORD(vendor_element, first, second, third, text);
 
@@ -106,7 +107,7 @@ RECORD(wired_station, kind, mac, user_port);
 RECORD(platform_driver, reserved0, refresh_non_ipv4_input_rule, reserved1);
 
 #undef RECORD
-#undef NAME_RECORD
+#undef EXPAND3
 #undef EXPAND2
 #undef EXPAND1
 #undef EXPAND
@@ -115,4 +116,4 @@ RECORD(platform_driver, reserved0, refresh_non_ipv4_input_rule, reserved1);
 #undef EACH
 #undef FIELD
 
-}  // namespace boardctl::calls
+}  // namespace border

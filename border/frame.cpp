@@ -1,38 +1,20 @@
-#include "boardctl/call/frame.h"
+#include "border/frame.h"
 
 #include <algorithm>
 #include <cstring>
-#include <nlohmann/json.hpp>
 
-#include "boardctl/errors.h"
-#include "boardctl/text.h"
+#include "border/words.h"
 
-namespace boardctl::calls {
+namespace border {
 namespace {
-
-using nlohmann::ordered_json;
 
 constexpr size_t kGuardSize = 64;
 constexpr unsigned char kGuard = 0xa5;
 constexpr size_t kLargestBuffer = size_t{64} << 20;
 constexpr size_t kZerosBehindRawText = 16;
 
-size_t unit(const Parameter& parameter) {
-    return parameter.record != nullptr ? parameter.record->size : 1;
-}
-
 bool is_number(Kind kind) {
     return kind <= Kind::length;
-}
-
-std::string in_quotes(std::string_view text) {
-    return '"' + shown(text) + '"';
-}
-
-uint32_t number_at(const std::vector<unsigned char>& buffer) {
-    uint32_t number;
-    std::memcpy(&number, buffer.data(), sizeof number);
-    return number;
 }
 
 // "ssid=name,channel=6" over a record of zeros.
@@ -42,29 +24,19 @@ std::string assigned_record(const Record& record, size_t size, std::string_view 
     while (!assignments.empty()) {
         const std::string_view one = assignments.substr(0, assignments.find(','));
         const size_t equals = one.find('=');
-        if (equals == one.npos) throw UsageError(in_quotes(one) + " is not FIELD=VALUE");
+        if (equals == one.npos) throw BadArgument("", " is not FIELD=VALUE", one);
         set_field(record, bytes, one.substr(0, equals), one.substr(equals + 1));
         assignments.remove_prefix(std::min(one.size() + 1, assignments.size()));
     }
     return content;
 }
 
-ordered_json wired_stations(const char* bytes) {
-    wired_station_list list;
-    std::memcpy(&list, bytes, sizeof list);
-    ordered_json stations = ordered_json::array();
-    for (const wired_station* node = list.first; node != nullptr; node = node->next)
-        stations.push_back(
-            record_values(*record_of<wired_station>, reinterpret_cast<const unsigned char*>(node)));
-    return stations;
-}
-
 }  // namespace
 
-void Frame::Slot::hold(std::string_view content, size_t room) {
+void Frame::Slot::hold(std::string_view content, size_t room, char fill) {
     size = room;
     buffer.assign(room + kGuardSize, kGuard);
-    std::fill_n(buffer.begin(), room, '\0');
+    std::fill_n(buffer.begin(), room, static_cast<unsigned char>(fill));
     std::copy(content.begin(), content.end(), buffer.begin());
 }
 
@@ -73,8 +45,8 @@ std::string_view Frame::Slot::content() const {
 }
 
 Frame::Frame(const Function& function, const std::vector<std::string>& arguments,
-             const Folders& folders)
-    : function_(function), folders_(folders) {
+             const ReadFile& read_file, char fill)
+    : function_(function), read_file_(read_file) {
     std::vector<std::string> given;
     for (const std::string& argument : arguments)
         if (!take_option(argument)) given.push_back(argument);
@@ -83,14 +55,14 @@ Frame::Frame(const Function& function, const std::vector<std::string>& arguments
     const auto end = begin + static_cast<std::ptrdiff_t>(function.count);
     const auto wanted = static_cast<size_t>(std::count_if(begin, end, takes_argument));
     if (given.size() != wanted)
-        throw UsageError(std::string(function.name) + " takes " + std::to_string(wanted) +
-                         " arguments, not " + std::to_string(given.size()));
+        throw BadArgument(std::string(function.name) + " takes " + std::to_string(wanted) +
+                          " arguments, not " + std::to_string(given.size()));
 
     size_t next = 0;
     for (size_t i = 0; i < function.count; ++i)
         if (takes_argument(function.parameters[i])) take(i, given[next++]);
     for (size_t i = 0; i < function.count; ++i)
-        if (!takes_argument(function.parameters[i])) make_room(i);
+        if (!takes_argument(function.parameters[i])) make_room(i, fill);
     check_parts();
 }
 
@@ -127,11 +99,11 @@ void Frame::take(size_t place, const std::string& argument) {
     size_t room = content.size();
     if (parameter.kind == Kind::text || parameter.kind == Kind::changed_text) {
         if (content.find('\0') != content.npos)
-            throw UsageError(std::string(parameter.name) + " holds a zero byte");
+            throw BadArgument(std::string(parameter.name) + " holds a zero byte");
         ++room;
     }
     if (parameter.kind == Kind::raw_text) room += kZerosBehindRawText;
-    slot.hold(content, room);
+    slot.hold(content, room, '\0');
 }
 
 std::string Frame::given_bytes(const Parameter& parameter, const std::string& argument) const {
@@ -139,7 +111,7 @@ std::string Frame::given_bytes(const Parameter& parameter, const std::string& ar
         case Kind::mac:
             return read_mac(argument, parameter.name);
         case Kind::bytes:
-            if (argument.starts_with('@')) return folders_.read(argument.substr(1));
+            if (argument.starts_with('@')) return read_file_(argument.substr(1));
             return read_hex(argument, parameter.name);
         case Kind::record:
         case Kind::changed_record:
@@ -155,29 +127,29 @@ std::string Frame::given_record(const Parameter& parameter, const std::string& a
     if (!from_file && argument.find('=') != argument.npos)
         return assigned_record(*parameter.record, size, argument);
     std::string content =
-        from_file ? folders_.read(argument.substr(1)) : read_hex(argument, parameter.name);
+        from_file ? read_file_(argument.substr(1)) : read_hex(argument, parameter.name);
     if (content.size() != size)
-        throw UsageError(std::string(parameter.name) + " is " + std::to_string(size) +
-                         " bytes long, not " + std::to_string(content.size()));
+        throw BadArgument(std::string(parameter.name) + " is " + std::to_string(size) +
+                          " bytes long, not " + std::to_string(content.size()));
     return content;
 }
 
-void Frame::make_room(size_t place) {
+void Frame::make_room(size_t place, char fill) {
     const Parameter& parameter = function_.parameters[place];
     Slot& slot = slots_[place];
     switch (parameter.kind) {
         case Kind::filled_number:
-            return slot.hold({}, sizeof(uint32_t));
+            return slot.hold({}, sizeof(uint32_t), fill);
         case Kind::filled_list:
-            return slot.hold({}, sizeof(wired_station_list));
+            return slot.hold({}, sizeof(wired_station_list), '\0');
         default:
             break;
     }
     const int64_t asked = parameter.room != 0 ? parameter.room : number_of(Kind::size);
     const auto room = static_cast<size_t>(std::max<int64_t>(asked, 0));
-    if (room > kLargestBuffer / unit(parameter))
-        throw UsageError(std::string(parameter.name) + " would be larger than 64 MiB");
-    slot.hold({}, room * unit(parameter));
+    if (room > kLargestBuffer / unit_size(parameter))
+        throw BadArgument(std::string(parameter.name) + " would be larger than 64 MiB");
+    slot.hold({}, room * unit_size(parameter), fill);
 }
 
 // The part of the given bytes that the function reads must lie in them.
@@ -187,7 +159,7 @@ void Frame::check_parts() const {
     const int64_t offset = number_of(Kind::offset);
     const int64_t length = number_of(Kind::length);
     if (offset >= 0 && length >= 0 && offset + length > static_cast<int64_t>(given->size))
-        throw UsageError("the bytes end at " + std::to_string(given->size));
+        throw BadArgument("the bytes end at " + std::to_string(given->size));
 }
 
 const Frame::Slot* Frame::find(Kind kind) const {
@@ -213,14 +185,14 @@ Frame::Words Frame::words() {
     return words;
 }
 
-void Frame::check_guards() const {
+const char* Frame::overrun() const {
     for (size_t i = 0; i < function_.count; ++i) {
         const std::vector<unsigned char>& buffer = slots_[i].buffer;
         const auto guard = buffer.begin() + static_cast<std::ptrdiff_t>(slots_[i].size);
         if (std::any_of(guard, buffer.end(), [](unsigned char byte) { return byte != kGuard; }))
-            throw Failed(std::string(function_.name) + " wrote past its buffer " +
-                         function_.parameters[i].name);
+            return function_.parameters[i].name;
     }
+    return nullptr;
 }
 
 std::string_view Frame::used(size_t place, uintptr_t result) const {
@@ -228,53 +200,19 @@ std::string_view Frame::used(size_t place, uintptr_t result) const {
     const std::string_view content = slots_[place].content();
     if (parameter.used == Used::result) {
         const size_t count = static_cast<size_t>(std::max(static_cast<int32_t>(result), 0));
-        return content.substr(0, std::min(count * unit(parameter), content.size()));
+        return content.substr(0, std::min(count * unit_size(parameter), content.size()));
     }
     const Slot* const length = find(Kind::filled_number);
     if (parameter.used == Used::filled_number && !length->null)
-        return content.substr(0, number_at(length->buffer));
+        return content.substr(0, number_at(length->content()));
     const bool text = parameter.kind == Kind::filled_text || parameter.kind == Kind::changed_text;
     return text ? content.substr(0, content.find('\0')) : content;
 }
 
-ordered_json Frame::value(size_t place, uintptr_t result) const {
-    const Parameter& parameter = function_.parameters[place];
-    const std::string_view content = used(place, result);
-    const auto* const bytes = reinterpret_cast<const unsigned char*>(content.data());
-    switch (parameter.kind) {
-        case Kind::filled_number:
-            return number_at(slots_[place].buffer);
-        case Kind::filled_mac:
-            return hex(content, ":");
-        case Kind::filled_bytes:
-            return hex(content);
-        case Kind::filled_list:
-            return wired_stations(content.data());
-        case Kind::changed_record:
-        case Kind::filled_record:
-            break;
-        default:
-            return shown(content);
-    }
-    if (parameter.room == 1) return record_values(*parameter.record, bytes);
-    ordered_json records = ordered_json::array();
-    for (size_t at = 0; at < content.size(); at += unit(parameter))
-        records.push_back(record_values(*parameter.record, bytes + at));
-    return records;
+uint32_t number_at(std::string_view bytes) {
+    uint32_t number = 0;
+    std::memcpy(&number, bytes.data(), sizeof number);
+    return number;
 }
 
-ordered_json Frame::values(uintptr_t result) const {
-    ordered_json values = ordered_json::object();
-    for (size_t i = 0; i < function_.count; ++i) {
-        if (!is_answer(function_.parameters[i])) continue;
-        values[function_.parameters[i].name] = slots_[i].null ? nullptr : value(i, result);
-    }
-    return values;
-}
-
-void Frame::write_files(uintptr_t result) const {
-    for (size_t i = 0; i < function_.count; ++i)
-        if (!slots_[i].file.empty()) folders_.write(slots_[i].file, std::string(used(i, result)));
-}
-
-}  // namespace boardctl::calls
+}  // namespace border

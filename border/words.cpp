@@ -1,16 +1,13 @@
-#include "boardctl/call/words.h"
+#include "border/words.h"
 
 #include <charconv>
-#include <optional>
+#include <cstring>
 
-#include "boardctl/errors.h"
-#include "boardctl/text.h"
-
-namespace boardctl::calls {
+namespace border {
 namespace {
 
 [[noreturn]] void refuse(std::string_view what, std::string_view text, const std::string& wanted) {
-    throw UsageError(std::string(what) + ": \"" + shown(text) + "\" is not " + wanted);
+    throw BadArgument(std::string(what) + ": ", " is not " + wanted, text);
 }
 
 std::optional<uint64_t> magnitude(std::string_view digits) {
@@ -41,6 +38,48 @@ std::optional<char> take_escape(std::string_view& rest) {
     const auto byte = byte_of(rest.substr(2, 2));
     rest.remove_prefix(4);
     return byte;
+}
+
+Range range_of(Shape shape) {
+    switch (shape) {
+        case Shape::i32:
+            return {INT32_MIN, INT32_MAX};
+        case Shape::u32:
+            return {0, UINT32_MAX};
+        case Shape::u8:
+            return {0, UINT8_MAX};
+        default:
+            return {INT64_MIN, UINT64_MAX};
+    }
+}
+
+std::string value_bytes(const Field& field, std::string_view value) {
+    switch (field.shape) {
+        case Shape::text:
+            return read_text(value, field.name);
+        case Shape::bytes:
+            return read_hex(value, field.name);
+        case Shape::mac:
+            return read_mac(value, field.name);
+        case Shape::slot:
+        case Shape::record:
+            throw BadArgument(std::string(field.name) + " takes no value");
+        default:
+            break;
+    }
+    const uint64_t number = read_number(value, range_of(field.shape), field.name);
+    return {reinterpret_cast<const char*>(&number), field.width};
+}
+
+void put(const Field& field, unsigned char* bytes, std::string_view value) {
+    const std::string content = value_bytes(field, value);
+    const bool fits =
+        field.shape == Shape::text ? content.size() <= field.width : content.size() == field.width;
+    if (!fits)
+        throw BadArgument(std::string(field.name) + " holds " + std::to_string(field.width) +
+                          " bytes");
+    std::memset(bytes, 0, field.width);
+    std::memcpy(bytes, content.data(), content.size());
 }
 
 }  // namespace
@@ -102,4 +141,11 @@ std::string hex(std::string_view bytes, std::string_view separator) {
     return text;
 }
 
-}  // namespace boardctl::calls
+void set_field(const Record& record, unsigned char* bytes, std::string_view name,
+               std::string_view value) {
+    for (const Field& field : record.fields)
+        if (name == field.name && field.count == 0) return put(field, bytes + field.offset, value);
+    throw BadArgument(std::string(record.name) + " has no field ", "", name);
+}
+
+}  // namespace border
