@@ -101,6 +101,8 @@ status 1 calibration install /dev/null
 status 3 calibration install no/such/file
 status 3 --host-library /no/such --platform-library "$platform" radios
 status 3 --host-library "$host" --platform-library /no/such radios
+status 3 --host-library "$host" --platform-library "$host" leds
+grep -q 'boardctl: the platform library has no get_run_led_op$' err || fail "$(cat err)"
 
 # Folders that are no board of the caller's are refused and stay as they are.
 mkdir -p full/var/board other && ln -s "$board" link
