@@ -22,7 +22,6 @@ namespace {
 
 using border::Frame;
 using border::Function;
-using border::Kind;
 using border::Socket;
 using harness::Lines;
 
@@ -119,7 +118,7 @@ protected:
             std::string& output = done.outputs.emplace_back(frame.content(i));
             if (!takes_argument(function.parameters[i]))
                 done.untouched &= output.find_first_not_of(kFill) == output.npos;
-            if (function.parameters[i].kind != Kind::filled_list) continue;
+            if (function.parameters[i].kind != border::Kind::filled_list) continue;
             output.resize(sizeof(uint32_t));  // the count: what follows are addresses
             free_all_list(reinterpret_cast<void*>(parameters[i]), nullptr);
         }
@@ -192,8 +191,8 @@ private:
         for (size_t i = 0; i < function.count; ++i) {
             const border::Parameter& parameter = function.parameters[i];
             if (takes_argument(parameter))
-                words.push_back(parameter.kind <= Kind::length ? "0" : "-");
-            else if (parameter.kind != Kind::filled_number)
+                words.push_back(parameter.kind <= border::Kind::length ? "0" : "-");
+            else if (parameter.kind != border::Kind::filled_number)
                 words.push_back(std::string(parameter.name) + "=-");
         }
         return words;
