@@ -79,7 +79,9 @@ int descriptor_of(const std::string& content, int flags) {
     if (write(file, content.data(), content.size()) != std::ssize(content)) std::abort();
     const int fd = open(("/proc/self/fd/" + std::to_string(file)).c_str(), flags);
     close(file);
-    return fd;
+    const int lowest = fcntl(fd, F_DUPFD_CLOEXEC, 0);  // as open() alone would have given
+    close(fd);
+    return lowest;
 }
 
 bool is_open(int fd) {
@@ -131,12 +133,13 @@ struct Hooks {
         return pipe;
     }
 
-    // Sockets and pipes have descriptors that this process does not know.
+    // Sockets and pipes have descriptors that this process does not know; 0 where that is closed.
     static int new_descriptor() {
         constexpr int kFirst = 1 << 20;
         static int last = kFirst;
-        current->descriptors_[++last] = false;
-        return last;
+        const int fd = ::fcntl(0, F_GETFD) == -1 ? 0 : ++last;
+        current->descriptors_[fd] = false;
+        return fd;
     }
     static int fileno(FILE* stream) {
         const auto pipe = current->pipes_.find(stream);
@@ -371,8 +374,8 @@ struct Hooks {
 
 // A test that the library ends with exit(0) would pass.
 void refuse_exit() {
-    if (current != nullptr && getpid() == process && !testing::internal::InDeathTestChild())
-        _exit(1);
+    const bool in_test = testing::UnitTest::GetInstance()->current_test_info() != nullptr;
+    if (in_test && getpid() == process && !testing::internal::InDeathTestChild()) _exit(1);
 }
 
 Board::Board(Files files) : out_(Hooks::open_stream("out ")), err_(Hooks::open_stream("err ")) {
