@@ -16,7 +16,7 @@ namespace {
 constexpr int kHeaderLines = 2;
 
 // "001122aabbcc" as "00-11-22-AA-BB-CC"; of a shorter text the pairs that are whole.
-void put_mac(std::string_view column, char (&mac)[18]) {
+void put_dashed_mac(std::string_view column, char (&mac)[18]) {
     constexpr size_t kPairs = 6;
     const size_t pairs = std::min(kPairs, column.size() / 2);
     char* out = mac;
@@ -68,7 +68,7 @@ void StationTable::take_station(std::string_view line) {
     if (!mac || full()) return;
 
     station_entry& entry = list_.entries[list_.count++];
-    put_mac(*mac, entry.mac);
+    put_dashed_mac(*mac, entry.mac);
     if (const auto bss = columns.next()) put_bss(*bss, entry);
     put_number(columns, entry.column3);
     columns.next();
