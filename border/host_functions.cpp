@@ -84,7 +84,7 @@ constexpr Function kHostFunctions[] = {
     HOST(check_wireless_ifstatus, question, "Whether a radio is up.", fails(0), "wl_mode"),
     HOST(iwconfig_client_get_essid, question, "The SSID that an interface is on.", kNoFailure,
          "ifname", text("essid", 128)),
-    HOST(iwconfig_client_get_ap_mac, question, "The BSSID that an interface is on.", kNoFailure,
+    HOST(iwconfig_client_get_ap_mac, question, "The BSSID that an interface is on; 0 when on none.", fails(0),
          "ifname", text("mac", 40)),
     HOST(iwconfig_client_get_channel, question, "The channel that an interface is on.", kNoFailure,
          "ifname", "spec"),
@@ -142,7 +142,7 @@ constexpr Function kHostFunctions[] = {
     // Ethernet ports.
     HOST(get_iptv_config, question, "The stored IPTV mode; 1 is on.", kNoFailure),
     HOST(get_sniff_port, question, "Whether port mirroring is configured.", kNoFailure),
-    HOST(read_portconfig, question, "The stored setting of a port.", kNoFailure, "user_port",
+    HOST(read_portconfig, question, "The stored setting of a port; 0 when none is stored.", fails(0), "user_port",
          block("setting", sizeof(port_setting))),
     HOST(get_dev_port, question, "The switch port of a user port.", fails(-1), "hw", "user_port"),
     HOST(get_ux_port, question, "The user port of a switch port.", fails(-1), "hw", "switch_port"),

@@ -7,7 +7,7 @@ function(make_shipped_library library)
     set(level 3)
   endif()
   target_compile_options(${library} PRIVATE
-    $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=${level}>)  # it takes an optimising compiler
+    $<$<CONFIG:Release,MinSizeRel,RelWithDebInfo>:-D_FORTIFY_SOURCE=${level}>)  # it takes an optimising compiler
   target_link_options(${library} PRIVATE -Wl,-z,now)
 endfunction()
 

@@ -120,11 +120,13 @@ std::string how_written(const Parameter& parameter) {
            (parameter.secret ? "; may hold a secret" : "");
 }
 
-std::string failure(const Outcome& outcome) {
+std::string failure(const Outcome& outcome, Result result) {
     if (outcome.meaning != Outcome::fails && outcome.meaning != Outcome::untouched) return {};
     const bool untouched = outcome.meaning == Outcome::untouched;
-    return "It fails with " + std::to_string(outcome.result) +
-           (untouched ? " and fills nothing then.\n" : ".\n");
+    const std::string number = result == Result::u32
+                                   ? std::to_string(static_cast<uint32_t>(outcome.result))
+                                   : std::to_string(outcome.result);
+    return "It fails with " + number + (untouched ? " and fills nothing then.\n" : ".\n");
 }
 
 // A frame of the arguments; what is wrong with them is shown as all text of others is.
@@ -162,7 +164,7 @@ std::string usage(const std::string& name) {
     if (!filled.empty())
         rows +=
             "It fills " + filled + "; NAME=@FILE writes that to a file, NAME=- gives no room.\n";
-    rows += failure(function.outcome);
+    rows += failure(function.outcome, function.result);
     if (function.socket == Socket::needed)
         rows += "The switch control socket is opened for the call.\n";
     return first + "\n\n" + function.help + '\n' + rows + "Example: call " + name +

@@ -25,7 +25,7 @@ using board::Kind;
 using board::Writing;
 
 Board* current = nullptr;
-pid_t process = 0;  // that runs its test
+pid_t test_process = 0;  // that runs its test
 
 std::string make_root() {
     std::string name = testing::TempDir() + "boardXXXXXX";
@@ -375,14 +375,14 @@ struct Hooks {
 // A test that the library ends with exit(0) would pass.
 void refuse_exit() {
     const bool in_test = testing::UnitTest::GetInstance()->current_test_info() != nullptr;
-    if (in_test && getpid() == process && !testing::internal::InDeathTestChild()) _exit(1);
+    if (in_test && getpid() == test_process && !testing::internal::InDeathTestChild()) _exit(1);
 }
 
 Board::Board(Files files) : out_(Hooks::open_stream("out ")), err_(Hooks::open_stream("err ")) {
     static const int refused = std::atexit(refuse_exit);
     EXPECT_EQ(0, refused);
     current = this;
-    process = getpid();
+    test_process = getpid();
     if (files == Files::in_memory)
         board::use_store(&memory);
     else
