@@ -17,7 +17,8 @@ public:
         for (const char* key : {"wps_status.ra0", "wps_status.rai0"})
             istatus_set_value_direct(key, "3");
         other_file = [this](std::string_view path) {
-            return path == kL1ProfilePath ? &index : path.starts_with("/dev/") ? &device : &text;
+            const bool bytes = path.starts_with("/dev/") || path.ends_with("_EEPROM.bin");
+            return path == kL1ProfilePath ? &index : bytes ? &device : &text;
         };
         Board::on_command = [this](const std::string& command) {
             commands.push_back(command);
@@ -33,7 +34,7 @@ public:
 
     std::string index;   // the radio index file
     std::string text;    // what every other file holds that is not there and every command prints
-    std::string device;  // what every opened device holds
+    std::string device;  // what every device and image holds
     std::string essid;   // what a client is linked to
     std::vector<std::string> commands;
     std::function<int(const std::string& command)> status_of;  // of a command; 0 without
