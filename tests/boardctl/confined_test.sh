@@ -5,6 +5,7 @@
 # usage: confined_test.sh BOARDCTL BUILD_KIND
 set -uo pipefail
 
+PATH=$PATH:/usr/sbin # chroot, for who is not root
 export boardctl=$1 hidden=/proc
 [ "$2" != instrumented ] || hidden= # memory checkers need it
 scratch=$(mktemp -d)
